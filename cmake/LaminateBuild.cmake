@@ -1,0 +1,65 @@
+# Compiler settings of every target, and the two functions by which rooms and their tests are declared.
+include(GNUInstallDirs)
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(NOT CMAKE_BUILD_TYPE)
+  set(CMAKE_BUILD_TYPE Release)
+endif()
+
+find_program(LAMINATE_CCACHE ccache)
+if(LAMINATE_CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER ${LAMINATE_CCACHE})
+endif()
+
+add_library(laminate_options INTERFACE)
+target_compile_options(laminate_options INTERFACE
+  -Wall -Wextra -Wpedantic -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Wformat=2 -Werror=format-security
+  -Wimplicit-fallthrough -Wnull-dereference -Werror
+  # A floating-point result must not depend on the compiler's freedom to fuse operations.
+  -ffp-contract=off)
+# g++ 12 reports null dereferences and out-of-range copies inside inlined standard headers that cannot happen.
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(laminate_options INTERFACE -Wno-null-dereference -Wno-restrict -Wno-stringop-overflow
+    -Wno-stringop-overread -Wno-array-bounds -Wno-maybe-uninitialized)
+endif()
+if(LAMINATE_SANITIZE)
+  set(sanitize -fsanitize=${LAMINATE_SANITIZE} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_compile_options(${sanitize})
+  add_link_options(${sanitize})
+  # Memory pools would hide the life of an object from the sanitizers.
+  add_compile_definitions(LAMINATE_NO_POOL)
+endif()
+if(LAMINATE_COVERAGE)
+  add_compile_options(--coverage -O0)
+  add_link_options(--coverage)
+endif()
+
+# The rooms from bottom to top. A room may include itself and what stands before it, and its tests link no more than that.
+set(LAMINATE_ROOMS base reader drawobj technology board designdata export save facade)
+
+function(laminate_room room)
+  cmake_parse_arguments(arg "" "" "SOURCES;HEADERS" ${ARGN})
+  add_library(laminate_${room} OBJECT ${arg_SOURCES} ${arg_HEADERS})
+  target_include_directories(laminate_${room} PUBLIC ${PROJECT_SOURCE_DIR}/src)
+  target_link_libraries(laminate_${room} PRIVATE laminate_options)
+endfunction()
+
+# laminate_test(<name> ROOM <room> SOURCES ...): one GoogleTest program that links the rooms up to and with ROOM.
+function(laminate_test name)
+  cmake_parse_arguments(arg "" "ROOM" "SOURCES;LIBRARIES" ${ARGN})
+  add_executable(${name} ${arg_SOURCES})
+  foreach(room ${LAMINATE_ROOMS})
+    if(TARGET laminate_${room})
+      target_link_libraries(${name} PRIVATE laminate_${room})
+    endif()
+    if(room STREQUAL "${arg_ROOM}")
+      break()
+    endif()
+  endforeach()
+  target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
+  target_link_libraries(${name} PRIVATE laminate_options ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  add_test(NAME ${name} COMMAND ${name})
+endfunction()
