@@ -1,0 +1,262 @@
+#pragma once
+#include <algorithm>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+#include "base/CException.h"
+#include "base/CObject.h"
+#include "base/Platform.h"
+#include "base/Pool.h"
+
+namespace laminate {
+
+/// The archive form of an array of plain values or of pointers: the count, then each element's bytes. Pointers mean
+/// nothing in another process: they are stored as zeros, and on loading they are read over and none is kept.
+void StoreRawElements(CArchive& ar, const void* pData, std::uint64_t nCount, std::size_t nElementSize, bool bPointers);
+std::uint64_t LoadRawCount(CArchive& ar);
+void LoadRawBytes(CArchive& ar, void* pData, std::uint64_t nBytes);
+void SkipRawBytes(CArchive& ar, std::uint64_t nCount, std::size_t nElementSize);
+bool ArchiveIsStoring(const CArchive& ar);
+
+}  // namespace laminate
+
+/// The platform's growing array of values. Element access by index, `SetAt`, `RemoveAt` and `InsertAt` raise
+/// `CInvalidArgException` when the index is out of range; failed allocation raises `CMemoryException` and leaves the
+/// array as it was. Growth is geometric, so appending is linear in all. The array cannot be copied (`Copy` and
+/// `Append` copy elements); classes with value semantics derive from it.
+template <class TYPE, class ARG_TYPE = const TYPE&>
+class CArray : public CObject {
+ public:
+  CArray() = default;
+  ~CArray() override { Free(); }
+
+  INT_PTR GetSize() const noexcept { return static_cast<INT_PTR>(m_nSize); }
+  INT_PTR GetCount() const noexcept { return static_cast<INT_PTR>(m_nSize); }
+  INT_PTR GetUpperBound() const noexcept { return static_cast<INT_PTR>(m_nSize) - 1; }
+  bool IsEmpty() const noexcept { return m_nSize == 0; }
+
+  /// Grows with default elements or shrinks; a negative size raises. `nGrowBy` is taken and has no effect.
+  void SetSize(INT_PTR nNewSize, INT_PTR nGrowBy = -1);
+  /// Gives unused capacity back.
+  void FreeExtra();
+  void RemoveAll() { SetSize(0, -1); }
+
+  const TYPE& GetAt(INT_PTR n) const { return At(n); }
+  TYPE& GetAt(INT_PTR n) { return At(n); }
+  const TYPE& ElementAt(INT_PTR n) const { return At(n); }
+  TYPE& ElementAt(INT_PTR n) { return At(n); }
+  const TYPE& operator[](INT_PTR n) const { return At(n); }
+  TYPE& operator[](INT_PTR n) { return At(n); }
+  void SetAt(INT_PTR n, ARG_TYPE value) { At(n) = value; }
+  /// As `SetAt`, but an index at or behind the end makes the array grow to it; a negative index raises.
+  void SetAtGrow(INT_PTR n, ARG_TYPE value);
+
+  const TYPE* GetData() const noexcept { return m_pData; }
+  TYPE* GetData() noexcept { return m_pData; }
+
+  /// Appends; gives the new element's index.
+  INT_PTR Add(ARG_TYPE value) {
+    if (m_nSize < m_nCapacity) [[likely]] {
+      ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(value);
+    } else {
+      // The value may lie in this array: it is copied before the elements move.
+      TYPE copy(value);
+      Reserve(m_nSize + 1);
+      ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::move(copy));
+    }
+    return static_cast<INT_PTR>(m_nSize++);
+  }
+  /// Appends a value that is made in place; for callers that own what they add.
+  template <class... Args>
+  TYPE& Emplace(Args&&... args) {
+    if (m_nSize == m_nCapacity) Reserve(m_nSize + 1);
+    TYPE* p = ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::forward<Args>(args)...);
+    ++m_nSize;
+    return *p;
+  }
+  /// Appends all elements of another array, or of this one; gives the index of the first.
+  INT_PTR Append(const CArray& src);
+  void Copy(const CArray& src);
+  void InsertAt(INT_PTR n, ARG_TYPE value, INT_PTR nCount = 1);
+  void InsertAt(INT_PTR nStart, const CArray* pNewArray);
+  void RemoveAt(INT_PTR n, INT_PTR nCount = 1);
+
+  /// Count and raw elements; see `laminate::StoreRawElements`. Values that are no plain bytes raise.
+  void Serialize(CArchive& ar) override;
+
+  TYPE* begin() noexcept { return m_pData; }
+  TYPE* end() noexcept { return m_pData + m_nSize; }
+  const TYPE* begin() const noexcept { return m_pData; }
+  const TYPE* end() const noexcept { return m_pData + m_nSize; }
+
+ protected:
+  void Swap(CArray& other) noexcept {
+    std::swap(m_pData, other.m_pData);
+    std::swap(m_nSize, other.m_nSize);
+    std::swap(m_nCapacity, other.m_nCapacity);
+  }
+
+ private:
+  TYPE& At(INT_PTR n) const {
+    if (static_cast<std::uint64_t>(n) >= m_nSize) [[unlikely]] AfxThrowInvalidArgException();
+    return m_pData[n];
+  }
+  void Reserve(std::size_t nMinimum);
+  void Reallocate(std::size_t nCapacity);
+  void Free() noexcept {
+    std::destroy_n(m_pData, m_nSize);
+    if (m_pData != nullptr) laminate::PoolFree(m_pData, m_nCapacity * sizeof(TYPE));
+    m_pData = nullptr;
+    m_nSize = m_nCapacity = 0;
+  }
+  static constexpr std::size_t kMaxSize = static_cast<std::size_t>(std::numeric_limits<INT_PTR>::max()) / sizeof(TYPE);
+
+  TYPE* m_pData = nullptr;
+  std::size_t m_nSize = 0;
+  std::size_t m_nCapacity = 0;
+};
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::Reallocate(std::size_t nCapacity) {
+  TYPE* pNew = nullptr;
+  if (nCapacity != 0) {
+    if (nCapacity > kMaxSize) AfxThrowMemoryException();
+    pNew = static_cast<TYPE*>(laminate::PoolAllocate(nCapacity * sizeof(TYPE)));
+    std::uninitialized_move_n(m_pData, m_nSize, pNew);
+  }
+  const std::size_t nSize = m_nSize;
+  Free();
+  m_pData = pNew;
+  m_nSize = nSize;
+  m_nCapacity = nCapacity;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::Reserve(std::size_t nMinimum) {
+  if (nMinimum <= m_nCapacity) return;
+  // The first steps are small, since most arrays of a design hold one or two elements.
+  const std::size_t nGrown = m_nCapacity < 4 ? 2 * m_nCapacity : m_nCapacity + m_nCapacity / 2;
+  Reallocate(std::max(nMinimum, nGrown));
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::SetSize(INT_PTR nNewSize, INT_PTR) {
+  if (nNewSize < 0) AfxThrowInvalidArgException();
+  const auto nNew = static_cast<std::size_t>(nNewSize);
+  if (nNew == 0) {
+    Free();
+  } else if (nNew <= m_nSize) {
+    std::destroy(m_pData + nNew, m_pData + m_nSize);
+    m_nSize = nNew;
+  } else {
+    Reserve(nNew);
+    std::uninitialized_value_construct(m_pData + m_nSize, m_pData + nNew);
+    m_nSize = nNew;
+  }
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::FreeExtra() {
+  if (m_nCapacity != m_nSize) Reallocate(m_nSize);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::SetAtGrow(INT_PTR n, ARG_TYPE value) {
+  if (n < 0) AfxThrowInvalidArgException();
+  if (n == GetSize()) {
+    Add(value);
+  } else if (n < GetSize()) {
+    m_pData[n] = value;
+  } else {
+    TYPE copy(value);
+    if (static_cast<std::size_t>(n) >= kMaxSize) AfxThrowMemoryException();
+    SetSize(n + 1);
+    m_pData[n] = std::move(copy);
+  }
+}
+
+template <class TYPE, class ARG_TYPE>
+INT_PTR CArray<TYPE, ARG_TYPE>::Append(const CArray& src) {
+  const std::size_t nOld = m_nSize;
+  const std::size_t nMore = src.m_nSize;
+  Reserve(nOld + nMore);
+  std::uninitialized_copy_n(src.m_pData, nMore, m_pData + nOld);
+  m_nSize = nOld + nMore;
+  return static_cast<INT_PTR>(nOld);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::Copy(const CArray& src) {
+  if (this == &src) return;
+  CArray fresh;
+  fresh.Append(src);
+  Swap(fresh);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::InsertAt(INT_PTR n, ARG_TYPE value, INT_PTR nCount) {
+  if (n < 0 || nCount <= 0) AfxThrowInvalidArgException();
+  TYPE copy(value);
+  if (n >= GetSize()) {
+    if (nCount > std::numeric_limits<INT_PTR>::max() - n) AfxThrowMemoryException();
+    SetSize(n + nCount);
+  } else {
+    const INT_PTR nOld = GetSize();
+    if (nCount > std::numeric_limits<INT_PTR>::max() - nOld) AfxThrowMemoryException();
+    SetSize(nOld + nCount);
+    std::move_backward(m_pData + n, m_pData + nOld, m_pData + nOld + nCount);
+  }
+  for (INT_PTR i = 0; i < nCount; ++i) m_pData[n + i] = copy;
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::InsertAt(INT_PTR nStart, const CArray* pNewArray) {
+  if (pNewArray == nullptr || nStart < 0) AfxThrowInvalidArgException();
+  CArray copy;
+  copy.Append(*pNewArray);
+  if (copy.IsEmpty()) return;
+  InsertAt(nStart, copy.m_pData[0], copy.GetSize());
+  for (INT_PTR i = 0; i < copy.GetSize(); ++i) m_pData[nStart + i] = std::move(copy.m_pData[i]);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::RemoveAt(INT_PTR n, INT_PTR nCount) {
+  if (n < 0 || nCount < 0 || n > GetSize() || nCount > GetSize() - n) AfxThrowInvalidArgException();
+  std::move(m_pData + n + nCount, m_pData + m_nSize, m_pData + n);
+  std::destroy(m_pData + m_nSize - nCount, m_pData + m_nSize);
+  m_nSize -= static_cast<std::size_t>(nCount);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
+  CObject::Serialize(ar);
+  if constexpr (std::is_pointer_v<TYPE> || std::is_arithmetic_v<TYPE>) {
+    constexpr bool bPointers = std::is_pointer_v<TYPE>;
+    if (laminate::ArchiveIsStoring(ar)) {
+      laminate::StoreRawElements(ar, m_pData, m_nSize, sizeof(TYPE), bPointers);
+      return;
+    }
+    std::uint64_t nLeft = laminate::LoadRawCount(ar);
+    if constexpr (bPointers) {
+      SetSize(0, -1);
+      laminate::SkipRawBytes(ar, nLeft, sizeof(TYPE));
+    } else {
+      SetSize(0, -1);
+      // In steps, so that a count beyond what the archive holds does not reserve memory for it.
+      constexpr std::uint64_t kStep = 64 * 1024 / sizeof(TYPE);
+      while (nLeft != 0) {
+        const std::uint64_t nNow = std::min(nLeft, kStep);
+        const INT_PTR nOld = GetSize();
+        SetSize(nOld + static_cast<INT_PTR>(nNow));
+        laminate::LoadRawBytes(ar, m_pData + nOld, nNow * sizeof(TYPE));
+        nLeft -= nNow;
+      }
+    }
+  } else {
+    AfxThrowInvalidArgException();
+  }
+}

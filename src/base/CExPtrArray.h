@@ -1,0 +1,142 @@
+#pragma once
+#include <algorithm>
+#include <unordered_map>
+#include <unordered_set>
+
+#include "base/CArray.h"
+
+/// Array of pointers with look-ups that never raise on a bad index. Elements are compared by pointer. The template
+/// owns nothing: destroying it leaves its elements alive; the named arrays (`laminate::NamedArray`) own theirs.
+/// Deleting an element calls its virtual destructor.
+template <class TYPE, class ARG_TYPE>
+class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
+ public:
+  using Base = CArray<TYPE, ARG_TYPE>;
+
+  /// The element, or null if `n` is out of range.
+  TYPE GetAt(__int64 n) const { return InRange(n) ? this->GetData()[n] : nullptr; }
+  /// Stores `p` if `n` is in range; the old element is not deleted.
+  void SetAt(__int64 n, TYPE p) {
+    if (InRange(n)) this->GetData()[n] = p;
+  }
+  TYPE GetLastElement() const { return GetAt(GetLastIndex()); }
+  /// Size minus 1; -1 if empty.
+  __int64 GetLastIndex() const { return this->GetSize() - 1; }
+  bool IsValidIndex(const int& n) const { return InRange(n); }
+  /// First index of `p`, or -1.
+  int FindIndex(TYPE const p) const {
+    const auto it = std::find(this->begin(), this->end(), p);
+    return it == this->end() ? -1 : static_cast<int>(it - this->begin());
+  }
+  bool Exists(TYPE const p) const { return FindIndex(p) != -1; }
+  /// -1 if `p` is in the array already; otherwise appends it and gives its index.
+  __int64 Add_if_only_do_not_exists(TYPE p) { return Exists(p) ? -1 : this->Add(p); }
+
+  /// Takes the first occurrence out without deleting; false if absent.
+  bool Remove(TYPE const p) {
+    const int n = FindIndex(p);
+    if (n < 0) return false;
+    this->RemoveAt(n);
+    return true;
+  }
+  /// Takes the last element out and gives it; null if empty.
+  TYPE RemoveLastElement() {
+    if (this->IsEmpty()) return nullptr;
+    TYPE p = GetLastElement();
+    this->RemoveAt(GetLastIndex());
+    return p;
+  }
+  /// Deletes the first occurrence of `p` (nothing if `p` is null) and its slot; false if absent.
+  bool Delete(TYPE p) {
+    if (!Remove(p)) return false;
+    delete p;
+    return true;
+  }
+  /// `nCount` times: deletes the object at `n`, if there is one, and removes the slot. A bad index raises.
+  void DeleteAt(int n, int nCount) {
+    for (int i = 0; i < nCount; ++i) {
+      TYPE p = GetAt(n);
+      this->RemoveAt(n);
+      delete p;
+    }
+  }
+  /// Deletes the last object and its slot; false if empty.
+  bool DeleteLastElement() {
+    if (this->IsEmpty()) return false;
+    delete RemoveLastElement();
+    return true;
+  }
+  /// Deletes every element, front to back, then sets the size to 0.
+  void DeleteAll() {
+    for (INT_PTR i = 0; i < this->GetSize(); ++i) delete std::exchange(this->GetData()[i], nullptr);
+    this->SetSize(0, -1);
+  }
+
+  virtual void RemoveNullElement() {
+    Keep([](TYPE p) { return p != nullptr; });
+  }
+  /// Keeps the first occurrence of each pointer, in order. Nothing is deleted.
+  virtual void RemoveDuplicatedElements() {
+    std::unordered_set<TYPE> seen;
+    Keep([&seen](TYPE p) { return seen.insert(p).second; });
+  }
+  void Reverse() { std::reverse(this->begin(), this->end()); }
+  /// Same size and the same pointers in the same order.
+  bool IsElementEqual(const CArray<TYPE, ARG_TYPE>& other) const {
+    return std::equal(this->begin(), this->end(), other.begin(), other.end());
+  }
+  /// Takes out one occurrence, the first that is left, per element of `other`.
+  void Subtract(const CArray<TYPE, ARG_TYPE>& other) {
+    if (&other == this) {
+      this->SetSize(0, -1);
+      return;
+    }
+    std::unordered_map<TYPE, INT_PTR> toGo;
+    for (TYPE p : other) ++toGo[p];
+    Keep([&toGo](TYPE p) {
+      const auto it = toGo.find(p);
+      if (it == toGo.end() || it->second == 0) return true;
+      --it->second;
+      return false;
+    });
+  }
+  /// Moves the elements `nFrom` to `nTo` to the end of `dest`, in order; ownership goes with them. False if `nTo` is
+  /// below `nFrom`. An index out of range, or this array as `dest`, raises and moves nothing.
+  bool MoveElementTo(CArray<TYPE, ARG_TYPE>& dest, const int& nFrom, const int& nTo) {
+    const int nFirst = nFrom;
+    const int nLast = nTo;
+    if (nLast < nFirst) return false;
+    if (&dest == this || !InRange(nFirst) || !InRange(nLast)) AfxThrowInvalidArgException();
+    const INT_PTR nCount = static_cast<INT_PTR>(nLast) - nFirst + 1;
+    const INT_PTR nOld = dest.GetSize();
+    dest.SetSize(nOld + nCount);
+    std::copy_n(this->GetData() + nFirst, nCount, dest.GetData() + nOld);
+    this->RemoveAt(nFirst, nCount);
+    return true;
+  }
+
+ private:
+  bool InRange(__int64 n) const { return n >= 0 && n < this->GetSize(); }
+  template <class Predicate>
+  void Keep(Predicate keep) {
+    // Into an array of its own, so that a failure half-way leaves this one whole.
+    CArray<TYPE, ARG_TYPE> kept;
+    for (TYPE p : *this) {
+      if (keep(p)) kept.Add(p);
+    }
+    if (kept.GetSize() != this->GetSize()) this->Copy(kept);
+  }
+};
+
+namespace laminate {
+
+/// The named arrays: a `CExPtrArray` that owns its elements and deletes them with itself. Each named array is a class
+/// of its own, `class CBDnetArray : public laminate::NamedArray<CBDnet> {};`, beside its element's class.
+template <class X>
+class NamedArray : public CExPtrArray<X*, X*>, public Pooled {
+ public:
+  NamedArray() = default;
+  ~NamedArray() override { this->DeleteAll(); }
+};
+
+}  // namespace laminate

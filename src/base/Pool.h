@@ -1,0 +1,23 @@
+#pragma once
+#include <cstddef>
+
+namespace laminate {
+
+/// Memory for the many small objects of a design. Blocks of up to `kPoolLimit` bytes come from free lists of the
+/// calling thread, larger ones from the C++ heap; either way a failure raises `CMemoryException`. A block may be
+/// freed on another thread than its own. Sanitizer builds take every block from the heap, so that they see it.
+void* PoolAllocate(std::size_t nBytes);
+void PoolFree(void* p, std::size_t nBytes) noexcept;
+
+inline constexpr std::size_t kPoolLimit = 512;
+
+/// Empty mixin: its heirs are made and freed through the pool. The size that reaches `operator delete` is that of the
+/// object's own class, since all heirs have virtual destructors or are final.
+struct Pooled {
+  static void* operator new(std::size_t nBytes) { return PoolAllocate(nBytes); }
+  static void* operator new(std::size_t, void* p) noexcept { return p; }
+  static void operator delete(void* p, std::size_t nBytes) noexcept { PoolFree(p, nBytes); }
+  static void operator delete(void*, void*) noexcept {}
+};
+
+}  // namespace laminate
