@@ -20,6 +20,7 @@
 #include "base/CArrayN.h"
 #include "base/CPointD.h"
 #include "base/CString.h"
+#include "base/CStringArray.h"
 #include "base/Number.h"
 #include "reader/CECadClsLvl.h"
 
@@ -77,6 +78,21 @@ struct Walk {
 /// For forms that need nothing of their surroundings.
 struct NoContext {};
 
+/// A second reader of the rows: it is shown what an object holds for each row, in the row's own terms. Custom rows show
+/// nothing here; whoever visits a form says itself what becomes of them.
+class RowVisitor {
+ public:
+  virtual ~RowVisitor() = default;
+  virtual void OnLength(std::string_view key, double dValue) = 0;
+  virtual void OnReal(std::string_view key, double dValue) = 0;
+  virtual void OnInteger(std::string_view key, int nValue) = 0;
+  virtual void OnText(std::string_view key, const CString& sValue) = 0;
+  virtual void OnPoint(std::string_view key, const CPointD& pt) = 0;
+  virtual void OnIntegers(std::string_view key, const CArrayN& values) = 0;
+  virtual void OnTexts(std::string_view key, const CStringArray& values) = 0;
+  virtual void OnFlag(std::string_view key, int nValue) = 0;
+};
+
 template <class T, class Context>
 struct Row;
 
@@ -131,6 +147,28 @@ void ReadField(const CECadClsLvl& node, T& object) {
   }
 }
 
+template <Conversion kConversion, auto kMember, class T>
+void ShowField(std::string_view key, const T& object, RowVisitor& visitor) {
+  const auto& field = object.*kMember;
+  if constexpr (kConversion == Conversion::length || kConversion == Conversion::optionalLength) {
+    visitor.OnLength(key, field);
+  } else if constexpr (kConversion == Conversion::real) {
+    visitor.OnReal(key, field);
+  } else if constexpr (kConversion == Conversion::integer || kConversion == Conversion::optionalInteger) {
+    visitor.OnInteger(key, field);
+  } else if constexpr (kConversion == Conversion::text || kConversion == Conversion::optionalText) {
+    visitor.OnText(key, field);
+  } else if constexpr (kConversion == Conversion::point) {
+    visitor.OnPoint(key, field);
+  } else if constexpr (kConversion == Conversion::integers) {
+    visitor.OnIntegers(key, field);
+  } else if constexpr (kConversion == Conversion::texts) {
+    visitor.OnTexts(key, field);
+  } else {
+    visitor.OnFlag(key, field);
+  }
+}
+
 // What a row factory returns; it becomes a row of any form whose class has the field.
 template <Conversion kConversion, auto kMember>
 struct FieldSpec {
@@ -154,6 +192,7 @@ struct Row {
   Conversion conversion = Conversion::skip;
   std::string_view field;  ///< the field as the code spells it; of a custom row what it fills, in words
   void (*read)(Walk<Context>&, const CECadClsLvl&, T&) = nullptr;
+  void (*show)(std::string_view key, const T&, RowVisitor&) = nullptr;  ///< null for custom and skipped rows
 
   constexpr Row() = default;
   template <Conversion kConversion, auto kMember>
@@ -161,6 +200,9 @@ struct Row {
       : key(spec.key), conversion(kConversion), field(grammar_detail::MemberName<kMember>()) {
     read = [](Walk<Context>&, const CECadClsLvl& node, T& object) {
       grammar_detail::ReadField<kConversion, kMember, T>(node, object);
+    };
+    show = [](std::string_view sKey, const T& object, RowVisitor& visitor) {
+      grammar_detail::ShowField<kConversion, kMember, T>(sKey, object, visitor);
     };
   }
   template <auto kFunction>
