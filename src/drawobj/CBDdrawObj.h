@@ -1,0 +1,99 @@
+#pragma once
+#include <cstdio>
+
+#include "base/CExPtrArray.h"
+#include "base/CPointD.h"
+#include "base/CString.h"
+#include "base/Pool.h"
+
+class CArrayPointD;
+class CBDoblong;
+class CBDoval;
+class CBDvertexArc;
+
+namespace laminate {
+class TextOut;
+}
+
+/// Base of everything that is drawn on a board, a footprint, a pad or a padstack. Lengths are in mm, angles in degrees.
+///
+/// Only the destructor is virtual. Every other operation is declared by each class for itself, and the member of this
+/// base looks at the tag `m_sKind` and calls the member of the class that the tag names, by the table in
+/// drawobj/DrawObjFamily.h. A tag that an operation's list does not hold, or that does not fit the object's class,
+/// takes no part in that operation.
+///
+/// Copy construction and assignment copy member by member: pointers are shared, what the target held before is not
+/// released, and both destructors delete the same thing. Use them for objects that own nothing, and `pCopy` elsewhere.
+class CBDdrawObj : public laminate::Pooled {
+ public:
+  CBDdrawObj();
+  CBDdrawObj(const CBDdrawObj&) = default;
+  CBDdrawObj& operator=(const CBDdrawObj&) = default;
+  virtual ~CBDdrawObj();
+
+  int m_bRefer = 0;        ///< 1 when the shape stood inside a "refer" form
+  CString m_sLayerName;    ///< of a conductive layer its number as text
+  CString m_sLayerType;    ///< "conductive", "nonConductive", "systemLayer" or empty
+  int m_nLayerNumber = 0;  ///< of a conductive layer; 0 on any other
+  CString m_sKind;         ///< the tag, set by each constructor; here "NONE"
+  CString m_sNet;          ///< of a line, surface, pad or padstack; writing changes it, see `nPrint2File`
+  CString m_sPenShape;     ///< of a line
+  CString m_sSection;      ///< in a placed padstack: "conductive" or "nonConductive", the section that held the shape
+  int m_nCavityFrom = -1;  ///< of a shape in a component's "refer"
+  int m_nCavityTo = -1;    ///< likewise
+
+  /// A deep copy, which the caller owns, with `m_bRefer`, `m_sLayerName`, `m_nLayerNumber`, `m_sLayerType`, `m_sNet`
+  /// and `m_sPenShape`; the section and the cavity are not copied. Null for "OPENSHAPE", "NONE" and any tag that is
+  /// unknown or does not fit the class. "ROUNDTHERMAL" cannot be copied: raises `CInvalidArgException`, also from
+  /// within a shape that holds one. Each class leaves out some of its fields; see there.
+  CBDdrawObj* pCopy() const;
+
+  /// Writes the shape. `mode` 1: it stands by itself in a layer, a component, a pin or a group; 2: inside a "geometry"
+  /// form that the caller opened. First `m_sNet` is prepared in the object itself: every "%" is doubled, and a text
+  /// that is not empty gets a pair of quotes around it, anew with each call. "OPENSHAPE", "NONE" and unknown or unfit
+  /// tags write nothing. Always 0; all text has been handed to the stream, which keeps its error. Null raises.
+  int nPrint2File(FILE* fp, int mode);
+  /// The same into a writer's buffer.
+  void Write(laminate::TextOut& out, int nMode);
+
+  /// Writes the shape's opening line only; nothing for "OBLONG", "OPENSHAPE", "NONE". Always 0. Null raises.
+  int nPrint2Header2File(FILE* fp) const;
+  void WriteHeader(laminate::TextOut& out) const;
+
+  /// Moves the anchor points of the shape, and of what it holds, by `CPointD::MoveRotate(dX, dY, dAngle)`. With `sSide`
+  /// "B", exactly, one coordinate of each point is negated before; which one, each class says. Sizes and angles stay.
+  /// A tag that takes no part shows a message box, and the object is unchanged.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Multiplies the anchor points by `dScale`; sizes stay. A tag that takes no part shows a message box.
+  void vSetScale(double dScale);
+
+  /// Deletes the `CBDdrawObj` that `p` points to. Not those with the tags "OBLONG", "OPENSHAPE", "NONE" or an unknown
+  /// one, which are left alone; null does nothing.
+  void DeleteDrawObj(void* p);
+  /// Deletes the elements of the `CBDdrawObjArray` that `p` points to by the same rule, forgets the others, and deletes
+  /// the array. Null raises.
+  void DeleteDrawObjArray(void* p);
+
+  // ---- tools, which do not use the object ----
+
+  /// The width of a line or outline. "SURFACE": the first vertex width over 0.001, else the outline width. "LINE": the
+  /// first width of a point over 0.001 or begin width of an arc other than 0, else 0. Any other tag: 0. Null raises.
+  double GetLineWidthFromDrawObj(CBDdrawObj* p);
+  /// The rounded corner at `p2` between the legs towards `p1` and `p3`: the circle of radius `dRadius` that touches
+  /// both. Three points in a new array, which the caller owns: tangent point on the leg towards `p1`, centre, tangent
+  /// point on the leg towards `p3`. On a bisector along the x axis the centre lies `dRadius` from the corner, along the
+  /// y axis `dRadius` times the square root of 2, whatever the corner's angle.
+  CArrayPointD* GetPtArrayFrom3Points(double dRadius, CPointD p1, CPointD p2, CPointD p3);
+  /// The direction from `a` to `b` in degrees, from 0 to below 360; 0 for equal points.
+  double dChgPts2Angle(CPointD a, CPointD b);
+  double dGetDistanceFrom2Points(CPointD a, CPointD b);
+  /// A new oval, which the caller owns, of the oblong's extent: `m_dWidth` is the short axis, `m_dHeight` the long one.
+  /// Layer and net are not carried over. Null raises.
+  CBDoval* pChangeOblong2Oval(CBDoblong* pOblong);
+  /// The point at distance `m_dR` from the arc's begin point in the direction of `m_ptCenter`, which is taken as an
+  /// offset from the begin point. NaN stands in it when the offset is (0, 0). Null raises.
+  CPointD ptFindBDvertexArcCenterPt(CBDvertexArc* pArc);
+};
+
+/// Shapes; whoever holds the array owns them.
+class CBDdrawObjArray : public laminate::NamedArray<CBDdrawObj> {};

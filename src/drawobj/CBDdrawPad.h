@@ -1,0 +1,27 @@
+#pragma once
+#include "drawobj/CBDdrawObj.h"
+
+/// A pad that is placed by the name of its definition, tag "DRAWPAD".
+///
+/// Form read: (pad NAME (pt X Y) (angle A) (net N) (geometry SHAPE...)), "fPad" likewise. Written as "pad" in mode 1
+/// and as "fPad" otherwise, without net and geometry.
+class CBDdrawPad : public CBDdrawObj {
+ public:
+  CBDdrawPad();
+  CBDdrawPad(const CBDdrawPad&) = default;
+  CBDdrawPad& operator=(const CBDdrawPad&) = default;
+  ~CBDdrawPad() override;
+
+  CBDdrawObjArray* m_pShapes = nullptr;  ///< shapes of "geometry"; owned, made by the constructor
+  CString m_sPadName;
+  CPointD m_pt;
+  double m_dAngle = 0;
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  /// A deep copy; shapes that copy to null are left out.
+  CBDdrawPad* pCopy() const;
+  /// Moves the point, on side "B" with its x negated before, then the shapes. The angle stays. A null array raises.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  void vSetScale(double dScale);
+};

@@ -1,0 +1,38 @@
+#pragma once
+#include "drawobj/CBDdrawObj.h"
+#include "drawobj/CBDvertex.h"
+
+class CBDsurface;
+
+/// A line, that is a track or a drawn stroke, tag "LINE". It has no width of its own: widths are on its vertices.
+///
+/// Form read: (line (net N) (penShape T) (thermalData T) (vertex ...) (geometry (line (penShape T) (vertex ...) (type
+/// T) (dashLine (dash A) (blank A))))), "shieldLine" likewise. Written: (line (net N) (geometry (line (penShape SQUARE)
+/// (vertex ...)))) in mode 1, the inner "line" alone otherwise; no other pen shape, and nothing else, is written.
+class CBDline : public CBDdrawObj {
+ public:
+  CBDline();
+  CBDline(const CBDline&) = default;
+  CBDline& operator=(const CBDline&) = default;
+  ~CBDline() override;
+
+  CString m_sThermalData;
+  CString m_sLineType;
+  double m_dDash = 0;
+  double m_dBlank = 0;
+  CBDvertexArray* m_pVertices = nullptr;  ///< owned, made by the constructor
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  /// A deep copy of thermal data and vertices; line type, dash and blank stay at their defaults. A null array raises.
+  CBDline* pCopy() const;
+  /// Moves the vertices, if there are any.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  void vSetScale(double dScale);
+
+  /// A new surface, which the caller owns, with the vertices of `pLine`, which is deleted. Nothing else carries over.
+  /// Null raises.
+  CBDsurface* pChangeCBDline2CBDsurface(CBDline* pLine);
+  /// Index of the first point whose fillet has an `m_dWidth` other than 0, or -1.
+  int nGetFilletPtIndex() const;
+};

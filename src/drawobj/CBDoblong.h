@@ -1,0 +1,21 @@
+#pragma once
+#include "drawobj/CBDdrawObj.h"
+
+/// A straight stroke with round ends, tag "OBLONG".
+///
+/// Form: (oblong (width L) (pt X Y) (pt X Y)). Of more points the first and the last are kept.
+class CBDoblong : public CBDdrawObj {
+ public:
+  CBDoblong();
+  CBDoblong(const CBDoblong&) = default;
+  CBDoblong& operator=(const CBDoblong&) = default;
+  ~CBDoblong() override;
+
+  CPointD m_ptSecond;
+  CPointD m_ptFirst;
+  double m_dWidth = 0;
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  CBDoblong* pCopy() const;
+};

@@ -1,0 +1,28 @@
+#pragma once
+#include "drawobj/CBDdrawObj.h"
+
+/// A hole in the form of an oval, tag "OVALHOLE".
+///
+/// Form read: (ovalHole (holeType N) (geometry (oval (pt X Y) (width L) (height L) (ovalAngle A)))). Written likewise
+/// in mode 1, the inner "oval" alone otherwise; without "holeType", and with "%g": a size of exactly 12 is written as
+/// 12, which reads back as 12 database units.
+class CBDovalHole : public CBDdrawObj {
+ public:
+  CBDovalHole();
+  CBDovalHole(const CBDovalHole&) = default;
+  CBDovalHole& operator=(const CBDovalHole&) = default;
+  ~CBDovalHole() override;
+
+  CPointD m_pt;
+  double m_dWidth = 0;
+  double m_dHeight = 0;
+  double m_dAngle = 0;
+  int m_nHoleType = 0;
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  CBDovalHole* pCopy() const;
+  /// Moves the point; on side "B" its x is negated before.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  void vSetScale(double dScale);
+};

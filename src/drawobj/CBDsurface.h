@@ -1,0 +1,81 @@
+#pragma once
+#include "base/CArrayN.h"
+#include "drawobj/CBDdrawObj.h"
+#include "drawobj/CBDopenShape.h"
+#include "drawobj/CBDvertex.h"
+
+class CLPropertyArray;
+
+/// A filled outline, an area with heights, or a mesh plane, tag "SURFACE".
+///
+/// Forms read: "surface", "area" and "meshplane", all with the same keys: (surface (lowerHeight L) (upperHeight L)
+/// (net N) (outlineWidth L) (fillWidth L) (fillAngle A) (vertex ...) (openShape ...) (geometry (surface (outlineWidth
+/// L) (fillWidth L) (fillAngle A) (alreadySpread) (vertex ...) (openShape ...) MESHKEY...))). Mesh keys count only in
+/// the inner form. Written with outline, fill, vertices and cut-outs; an outline of fewer than three points and no arc
+/// is left out; of the mesh fields only the properties are written.
+class CBDsurface : public CBDdrawObj {
+ public:
+  CBDsurface();
+  CBDsurface(const CBDsurface&) = default;
+  CBDsurface& operator=(const CBDsurface&) = default;
+  ~CBDsurface() override;
+
+  int m_bArea = 0;           ///< 1: written as an area with heights; set by the placing of a footprint, not by reading
+  int m_bMesh = 0;           ///< 1: read from "meshplane"
+  int m_bAlreadySpread = 0;  ///< 1: "alreadySpread" was there, whatever it said
+  int m_nMeshFlagXCount = 0;
+  double m_dLowerHeight = 0;
+  double m_dUpperHeight = 0;
+  double m_dOutlineWidth = 0;
+  double m_dMeshPitch = 0;
+  double m_dFillWidth = 0;
+  double m_dFillAngle = 0;
+  double m_dMeshShapeDiameter = 0;
+  double m_dMeshFigureAngle = 0;
+  double m_dMeshWindowClearance = 0;
+  double m_dMeshFigureClearance = 0;
+  double m_dMeshAngle = 0;
+  double m_dMeshOutlineClearance = 0;
+  CString m_sMeshShape = "CIRCLE";
+  CString m_sMeshArrangeType = "5POINTS";
+  CPointD m_ptMeshBase;
+  CPointD m_ptMeshRotate;
+  CArrayN m_arrMeshFlags;
+  int m_bSubmesh = 0;  ///< 1 once "submeshplane" was seen
+  int m_nParamFlagXCount = 0;
+  double m_dParamPitch = 0;
+  double m_dParamShapeDiameter = 0;
+  double m_dParamFigureAngle = 0;
+  double m_dParamWindowClearance = 0;
+  double m_dParamFigureClearance = 0;
+  double m_dParamAngle = 0;
+  double m_dParamOutlineClearance = 0;
+  CString m_sParamShape = "CIRCLE";
+  CString m_sParamArrangeType = "5POINTS";
+  CPointD m_ptParamBase;
+  CPointD m_ptParamRotate;
+  CArrayN m_arrParamFlags;
+  CLPropertyArray* m_pProperties = nullptr;    ///< written for a mesh plane; owned, made by the constructor; for hosts
+  CBDvertexArray* m_pVertices = nullptr;       ///< the outline; owned, made by the constructor
+  CBDopenShapeArray* m_pOpenShapes = nullptr;  ///< cut-outs; owned, made by the constructor
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  /// A deep copy of heights, outline width, fill, vertices and cut-outs. All mesh fields, `m_bArea`, `m_bMesh`,
+  /// `m_bAlreadySpread` and the properties stay at their defaults. A null array of vertices or cut-outs raises.
+  CBDsurface* pCopy() const;
+  /// Moves the cut-outs, then the vertices; the mesh points stay. A null array raises.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  void vSetScale(double dScale);
+
+  /// 1 if somewhere in the ring of vertices one arc ends exactly where the next one, an arc too, begins; else 0. A
+  /// single arc is held against itself.
+  int bChkArcAndArc() const;
+  /// Sets `m_dTarc` of every point.
+  void vGiveTarcValueForAllElement(double d);
+
+ private:
+  void WriteOutline(laminate::TextOut& out) const;
+  void WriteProperties(laminate::TextOut& out) const;
+  bool HasOutline() const;
+};

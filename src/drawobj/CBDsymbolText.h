@@ -1,0 +1,27 @@
+#pragma once
+#include "drawobj/CBDdrawObj.h"
+#include "drawobj/CBDtext.h"
+
+/// A text that names its component, footprint or the like, tag "SYMBOLTEXT".
+///
+/// Form read: (symbolText (symbolTextType T) (font N) (geometry (text ...))), the rows of "text" going to `m_pText`.
+/// Written with "type" in place of "symbolTextType" and with the outer `m_sString`, which reading does not set.
+class CBDsymbolText : public CBDdrawObj {
+ public:
+  CBDsymbolText();
+  CBDsymbolText(const CBDsymbolText&) = default;
+  CBDsymbolText& operator=(const CBDsymbolText&) = default;
+  ~CBDsymbolText() override;
+
+  CString m_sSymbolType;
+  CString m_sString;           ///< for hosts: the string that is written
+  CBDtext* m_pText = nullptr;  ///< owned, made by the constructor; holds the string that was read
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  /// A deep copy without `m_sSymbolType`. A null text raises.
+  CBDsymbolText* pCopy() const;
+  /// Moves the inner text, if there is one.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  void vSetScale(double dScale);
+};

@@ -1,0 +1,44 @@
+#pragma once
+#include "drawobj/CBDdrawObj.h"
+
+/// A text, tag "TEXT".
+///
+/// Form read: (text (geometry (text (string S) (font N) (kFont N) (width L) (height L) (space L) (vSpace L)
+/// (strokeWidth L) (pt X Y) (textAngle A) (dir T) (justify T) (flip T) (reverse T) (textFrameOffset L)))). A string
+/// that itself began with a bracket is kept as "(" + its first word + ")". Written with all of these but
+/// "textFrameOffset".
+class CBDtext : public CBDdrawObj {
+ public:
+  CBDtext();
+  CBDtext(const CBDtext&) = default;
+  CBDtext& operator=(const CBDtext&) = default;
+  ~CBDtext() override;
+
+  CString m_sString;
+  int m_nFont = 0;
+  int m_nKFont = 200;
+  double m_dWidth = 0;
+  double m_dHeight = 0;
+  double m_dSpace = 0;
+  double m_dVSpace = 0;
+  double m_dStrokeWidth = 0;
+  CPointD m_pt;
+  double m_dAngle = 0;
+  CString m_sDir = "LtoR";
+  CString m_sJustify = "CE_C";
+  CString m_sFlip = "NONE";
+  CString m_sReverse = "OFF";
+  CString m_sSpare;  ///< only copied
+  double m_dTextFrameOffset = 0;
+  double m_dSpare = 0;  ///< only copied
+
+  int nPrint2File(FILE* fp, int mode);
+  void Write(laminate::TextOut& out, int nMode) const;
+  /// The lines from "font" to "reverse", which a symbol text writes of its inner text too.
+  void WriteInnerRows(laminate::TextOut& out) const;
+  CBDtext* pCopy() const;
+  /// Moves the point; on side "B" its x is negated before.
+  void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Multiplies x of the point by `dScale` twice; y stays.
+  void vSetScale(double dScale);
+};
