@@ -1,0 +1,47 @@
+#pragma once
+#include <cstdio>
+
+#include "base/CString.h"
+#include "base/Pool.h"
+
+class CBDcompGroupArray;
+class CBDcomponentArray;
+class CBDdrawObjArray;
+class CBDnetArray;
+class CBDsubBoardArray;
+
+namespace laminate {
+class TextOut;
+}
+
+/// What is on the board: components, groups, nets, sub-boards and the loose shapes of the layout. There is no layer
+/// object: a layer is a run of shapes that bear its name, type and number.
+class CBDboardContainer : public laminate::Pooled {
+ public:
+  CBDboardContainer();
+  /// Copies the strings and shares the five arrays: only one of the containers that share them may be destroyed; the
+  /// host sets the pointers of the others to null.
+  CBDboardContainer(const CBDboardContainer&) = default;
+  /// As the copy constructor. The arrays that this container held are not deleted: they are the host's to delete.
+  CBDboardContainer& operator=(const CBDboardContainer&) = default;
+  virtual ~CBDboardContainer();
+
+  /// Gathers the layout by layer and writes the "boardContainer" form. The layout stays gathered; components, nets and
+  /// shapes change as their own writers tell. Sub-boards are not written. Always 0; a null stream raises
+  /// `CInvalidArgException`.
+  int nPrint2File(FILE* fp);
+  void Write(laminate::TextOut& out);
+
+  /// Gathers the shapes of the layout by layer, in place: layers keep the order in which they first appear, and shapes
+  /// that of their layer. A first pass gathers by layer number, a second one by the names of the layers of number 0. In
+  /// both, the shape that follows a gathered run is passed over as a possible start of the next run.
+  void vSortDrawObjForLayerOrder();
+
+  CString m_sReserved1;
+  CBDcomponentArray* m_pComponentArray;  ///< owned
+  CBDcompGroupArray* m_pCompGroupArray;  ///< owned
+  CBDnetArray* m_pNetArray;              ///< owned; null once `CPC_BD_Cls_Get::pGetNetArrayFromPcf` has taken it
+  CBDdrawObjArray* m_pDrawObjArray;      ///< shapes of all layers of the layout; owned
+  CString m_sReserved2;
+  CBDsubBoardArray* m_pSubBoardArray;  ///< owned
+};

@@ -1,0 +1,71 @@
+#pragma once
+#include <cstdio>
+
+#include "base/CExPtrArray.h"
+#include "base/CPointD.h"
+#include "base/CString.h"
+#include "base/Pool.h"
+
+class CBDdrawObjArray;
+
+namespace laminate {
+class TextOut;
+}
+
+/// The place of a component's pin in one of its gates.
+class CBDpinGate : public laminate::Pooled {
+ public:
+  CBDpinGate() = default;
+  CBDpinGate(const CBDpinGate&) = default;
+  CBDpinGate& operator=(const CBDpinGate&) = default;
+  virtual ~CBDpinGate() = default;
+
+  /// Writes "(gate NUMBER (name NAME))". First each "%" of `m_sName` becomes "%%" in this object, at every call anew.
+  /// Always 0; a null stream raises `CInvalidArgException`.
+  int nPrint2File(FILE* fp);
+  void Write(laminate::TextOut& out);
+
+  int m_nGate = 0;
+  CString m_sName;
+};
+
+class CBDpinGateArray : public laminate::NamedArray<CBDpinGate> {};
+
+/// A bond wire of a pin, in mm. Read and never written.
+class CBDbondwire : public laminate::Pooled {
+ public:
+  CBDbondwire() = default;
+  CBDbondwire(const CBDbondwire&) = default;
+  CBDbondwire& operator=(const CBDbondwire&) = default;
+  virtual ~CBDbondwire() = default;
+
+  CPointD m_ptTo;
+  CPointD m_ptFrom;
+};
+
+class CBDbondwireArray : public laminate::NamedArray<CBDbondwire> {};
+
+/// A pin of a component.
+class CBDpin : public laminate::Pooled {
+ public:
+  CBDpin();
+  /// Copies member by member and shares the three arrays: only one of the pins that share them may be destroyed; the
+  /// host sets the pointers of the others to null.
+  CBDpin(const CBDpin&) = default;
+  /// As the copy constructor. The arrays that this pin held are not deleted: they are the host's to delete.
+  CBDpin& operator=(const CBDpin&) = default;
+  virtual ~CBDpin();
+
+  /// Writes the "pin" form, without the bond wires. First each "%" of `m_sName` becomes "%%" in this object, at every
+  /// call anew. Always 0; a null stream raises `CInvalidArgException`.
+  int nPrint2File(FILE* fp);
+  void Write(laminate::TextOut& out);
+
+  CBDbondwireArray* m_pBondwireArray;  ///< owned
+  CBDpinGateArray* m_pPinGateArray;    ///< owned
+  CString m_sName;                     ///< name of the footprint's pin
+  CBDdrawObjArray* m_pDrawObjArray;    ///< shapes on the board; owned
+  CPointD m_ptLocation;                ///< mm
+};
+
+class CBDpinArray : public laminate::NamedArray<CBDpin> {};

@@ -1,0 +1,24 @@
+#pragma once
+#include <cstdio>
+
+#include "base/CExPtrArray.h"
+#include "base/CString.h"
+#include "base/CStringArray.h"
+#include "base/Pool.h"
+
+/// A named choice of layers to show.
+class CBDvisibleLayerSet : public laminate::Pooled {
+ public:
+  CBDvisibleLayerSet() = default;
+  CBDvisibleLayerSet(const CBDvisibleLayerSet&) = delete;
+  CBDvisibleLayerSet& operator=(const CBDvisibleLayerSet&) = delete;
+  virtual ~CBDvisibleLayerSet() = default;
+
+  /// Writes a "set" form without its layers; for hosts. Always 0; a null stream raises `CInvalidArgException`.
+  int nPrint2File(FILE* fp);
+
+  CString m_sName;
+  CStringArray m_aLayers;  ///< names of the visible layers; that of a conductive layer is its number as text
+};
+
+class CBDvisibleLayerSetArray : public laminate::NamedArray<CBDvisibleLayerSet> {};

@@ -1,0 +1,35 @@
+#pragma once
+#include <cstdio>
+
+#include "base/CString.h"
+#include "base/CStringArray.h"
+#include "base/LoadStatus.h"
+
+class CBDdrawObjArray;
+class CBDfootprintContainer;
+class CBDtechnologyContainer;
+
+namespace laminate {
+
+/// Where the loads of a footprint file put what they read. They add and never clear.
+struct FootprintFileTarget {
+  CBDtechnologyContainer& technology;  ///< gets the technology's name and the footprint layers
+  CBDfootprintContainer& footprints;   ///< gets pads, padstacks and footprints
+  CBDdrawObjArray* pBoardShapes;       ///< gets the shapes inside board assemblies; null: there is no board
+  std::FILE* pLogFile = nullptr;       ///< log of the full load, flushed line by line, or null; not closed
+  LoadStatus& status;                  ///< the first fault of the load
+};
+
+/// Loads a footprint file whole. A file without a root form "ftf" gives nothing. A value that a form needs and lacks
+/// raises `CInvalidArgException`, after the status has told it with its line; what was read stays.
+void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target);
+
+/// Loads the footprints of the given names, each in one tree of its own; the rest of the file is only scanned. Their
+/// "uver" and properties are left out, and only the first layer of each pin is read. Nothing is logged.
+void LoadFootprintsByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarget& target);
+
+/// Loads the technology's name, the footprint layers, all pads and all padstacks, these without "isBuildupVia". Nothing
+/// is logged.
+void LoadPadsAndPadstacks(const CString& sPath, FootprintFileTarget& target);
+
+}  // namespace laminate
