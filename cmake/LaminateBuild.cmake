@@ -40,6 +40,13 @@ endif()
 # The rooms from bottom to top. A room may include itself and what stands before it, and its tests link no more than that.
 set(LAMINATE_ROOMS base reader drawobj technology board designdata export save facade)
 
+# Adds a folder of this project if it has something to build.
+macro(laminate_optional_subdirectory folder)
+  if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt)
+    add_subdirectory(${folder})
+  endif()
+endmacro()
+
 function(laminate_room room)
   cmake_parse_arguments(arg "" "" "SOURCES;HEADERS" ${ARGN})
   add_library(laminate_${room} OBJECT ${arg_SOURCES} ${arg_HEADERS})
@@ -61,5 +68,17 @@ function(laminate_test name)
   endforeach()
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE laminate_options ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  if(CMAKE_BUILD_TYPE STREQUAL "Release")
+    # The rooms under test keep the full optimisation; test code is big, runs once and gains nothing from it.
+    target_compile_options(${name} PRIVATE -O1)
+  endif()
+  add_dependencies(${name} laminate_locales)
   add_test(NAME ${name} COMMAND ${name})
+  laminate_test_environment(${name})
+endfunction()
+
+# laminate_test_environment(<test>...): every test finds the locales of the build tree and, where they were given, the
+# real designs and the outputs expected of them.
+function(laminate_test_environment)
+  set_property(TEST ${ARGN} APPEND PROPERTY ENVIRONMENT ${LAMINATE_TEST_ENVIRONMENT})
 endfunction()
