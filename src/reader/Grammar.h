@@ -33,13 +33,16 @@ namespace laminate {
 
 /// The n-th token of a form behind its name, from 1; raises when the form has fewer.
 inline const CString& Token(const CECadClsLvl& node, int n) {
-  if (n > node.m_arrValues.GetSize()) [[unlikely]] RaiseMissingValue(node, n);
+  if (n > node.m_arrValues.GetSize()) [[unlikely]]
+    RaiseMissingValue(node, n);
   return node.m_arrValues.GetData()[n - 1];
 }
 inline bool HasToken(const CECadClsLvl& node, int n = 1) { return n <= node.m_arrValues.GetSize(); }
 
 /// The first child of that name, or null.
-inline CECadClsLvl* FindChild(const CECadClsLvl& node, std::string_view sName) { return node.m_pChildren->pFind(sName); }
+inline CECadClsLvl* FindChild(const CECadClsLvl& node, std::string_view sName) {
+  return node.m_pChildren->pFind(sName);
+}
 /// The first child of that name; raises when there is none.
 CECadClsLvl& RequireChild(const CECadClsLvl& node, std::string_view sName);
 /// The first child, whatever its name; raises when there is none.
@@ -59,12 +62,19 @@ enum class Conversion {
   optionalText,  ///< as text, but a form without token is passed over
   optionalLength,
   optionalInteger,
-  integers,    ///< every token, appended; none is no fault
-  texts,       ///< every token, appended; none is no fault
-  setFlag,     ///< sets the field to 1; the tokens are not looked at
-  form,        ///< a nested form with rows of its own
-  custom,      ///< a function says what happens
-  skip         ///< known, and of no effect
+  integers,         ///< every token, appended; none is no fault
+  texts,            ///< every token, appended; none is no fault
+  setFlag,          ///< sets the field to 1; the tokens are not looked at
+  integerPair,      ///< two tokens, integers, into two fields
+  pointSequence,    ///< as point; the first form sets one field, each later one another
+  firstChildPoint,  ///< the tokens of the first form in it, whatever its name, as a point
+  form,             ///< a nested form with rows of its own, walked in file order
+  formByName,       ///< a nested form with rows of its own, each looked up by name
+  firstForm,        ///< only the first form in it counts; that one has rows of its own
+  object,           ///< becomes an object of its own
+  objects,          ///< each form in it becomes an object of its own
+  custom,           ///< a function says what happens
+  skip              ///< known, and of no effect
 };
 
 /// What a walk hands to its rows beside the object: the surroundings of the form, and whether the row's keyword came
@@ -91,6 +101,9 @@ class RowVisitor {
   virtual void OnIntegers(std::string_view key, const CArrayN& values) = 0;
   virtual void OnTexts(std::string_view key, const CStringArray& values) = 0;
   virtual void OnFlag(std::string_view key, int nValue) = 0;
+  /// A nested form: the rows between the two belong in it.
+  virtual void OnForm(std::string_view /*key*/) {}
+  virtual void OnFormEnd() {}
 };
 
 template <class T, class Context>
@@ -211,6 +224,16 @@ struct Row {
     read = [](Walk<Context>& walk, const CECadClsLvl& node, T& object) { kFunction(walk, node, object); };
   }
   constexpr Row(grammar_detail::SkipSpec spec) : key(spec.key) {}
+  /// Any other kind of row: a class with `key`, `kConversion`, `Field()`, `Read(walk, child, object)` and, if what it
+  /// reads can be shown, `Show(key, object, visitor)`.
+  template <class Spec>
+  requires requires { Spec::kConversion; }
+  constexpr Row(Spec spec) : key(spec.key), conversion(Spec::kConversion), field(Spec::Field()) {
+    read = [](Walk<Context>& walk, const CECadClsLvl& node, T& object) { Spec::Read(walk, node, object); };
+    if constexpr (requires(std::string_view s, const T& t, RowVisitor& v) { Spec::Show(s, t, v); }) {
+      show = [](std::string_view sKey, const T& object, RowVisitor& visitor) { Spec::Show(sKey, object, visitor); };
+    }
+  }
 };
 
 // ---- the rows' factories ----
@@ -276,32 +299,25 @@ constexpr auto Custom(std::string_view key, std::string_view field) {
 }
 constexpr auto Skip(std::string_view key) { return grammar_detail::SkipSpec{key}; }
 
-/// The rows of a form with an index over their keywords: one hash and one comparison per child.
-template <class T, class Context, std::size_t N>
-class FormTable {
+/// Finds one of N keywords that are known when compiling: one hash and, as a rule, one comparison.
+template <std::size_t N>
+class KeywordIndex {
  public:
-  using Object = T;
-  using RowType = Row<T, Context>;
-
-  consteval explicit FormTable(const RowType (&rows)[N]) {
+  template <class KeyOf>
+  consteval explicit KeywordIndex(KeyOf keyOf) {
     static_assert(N < 64);
     for (std::size_t i = 0; i < N; ++i) {
-      m_rows[i] = rows[i];
-      std::size_t slot = Hash(rows[i].key);
+      std::size_t slot = Hash(keyOf(i));
       while (m_slots[slot] != 0) slot = (slot + 1) % kSlots;
       m_slots[slot] = static_cast<std::uint8_t>(i + 1);
     }
   }
-
-  constexpr const std::array<RowType, N>& Rows() const { return m_rows; }
-  constexpr auto begin() const { return m_rows.begin(); }
-  constexpr auto end() const { return m_rows.end(); }
-
-  /// The row's index, or -1. Of two rows with one keyword the first counts.
-  int Find(std::string_view key) const {
+  /// The index of the keyword, or -1. Of two equal keywords the first counts.
+  template <class KeyOf>
+  int Find(std::string_view key, KeyOf keyOf) const {
     for (std::size_t slot = Hash(key); m_slots[slot] != 0; slot = (slot + 1) % kSlots) {
       const std::size_t i = m_slots[slot] - 1u;
-      if (m_rows[i].key == key) return static_cast<int>(i);
+      if (keyOf(i) == key) return static_cast<int>(i);
     }
     return -1;
   }
@@ -313,8 +329,32 @@ class FormTable {
     const auto byte = [key](std::size_t i) { return static_cast<std::size_t>(static_cast<unsigned char>(key[i])); };
     return (key.size() * 7 + byte(0) * 5 + byte(key.size() - 1) * 3 + byte(key.size() / 2)) % kSlots;
   }
-  std::array<RowType, N> m_rows{};
   std::array<std::uint8_t, kSlots> m_slots{};
+};
+
+/// The rows of a form with an index over their keywords.
+template <class T, class Context, std::size_t N>
+class FormTable {
+ public:
+  using Object = T;
+  using ContextType = Context;
+  using RowType = Row<T, Context>;
+
+  consteval explicit FormTable(const RowType (&rows)[N])
+      : m_rows(std::to_array(rows)), m_index([&rows](std::size_t i) { return rows[i].key; }) {}
+
+  constexpr const std::array<RowType, N>& Rows() const { return m_rows; }
+  constexpr auto begin() const { return m_rows.begin(); }
+  constexpr auto end() const { return m_rows.end(); }
+
+  /// The row's index, or -1. Of two rows with one keyword the first counts.
+  int Find(std::string_view key) const {
+    return m_index.Find(key, [this](std::size_t i) { return m_rows[i].key; });
+  }
+
+ private:
+  std::array<RowType, N> m_rows;
+  KeywordIndex<N> m_index;
 };
 
 template <class T, class Context = NoContext, class... Specs>
@@ -371,6 +411,200 @@ template <class T, std::size_t N>
 void WalkFirstByName(const FormTable<T, NoContext, N>& form, const CECadClsLvl& node, T& object) {
   NoContext context;
   WalkFirstByName(form, node, object, context);
+}
+
+/// The tokens of a form itself: a row of its own keyword is applied to it.
+template <class T, class Context, std::size_t N>
+void ReadOwnTokens(const FormTable<T, Context, N>& form, const CECadClsLvl& node, T& object, Context& context) {
+  std::uint64_t seen = 0;
+  ReadChild(form, node, object, context, seen);
+}
+template <class T, std::size_t N>
+void ReadOwnTokens(const FormTable<T, NoContext, N>& form, const CECadClsLvl& node, T& object) {
+  NoContext context;
+  ReadOwnTokens(form, node, object, context);
+}
+
+// ---- rows with rows of their own ----
+// `kForm` is a table at namespace scope; `kInto` the member that its rows fill, a value or a pointer to one, where that
+// is not the object itself.
+namespace grammar_detail {
+
+// "kFilletForm", as the compiler spells a template argument.
+template <const auto& kForm>
+constexpr std::string_view FormName() {
+  std::string_view s = __PRETTY_FUNCTION__;
+  s = s.substr(s.find("kForm = ") + 8);
+  s = s.substr(0, s.find_first_of(";]"));
+  return s.substr(s.rfind(':') + 1);  // npos + 1 is 0
+}
+
+template <auto kInto, class T>
+auto& Inner(T& object) {
+  if constexpr (std::is_null_pointer_v<decltype(kInto)>) {
+    return object;
+  } else if constexpr (std::is_pointer_v<FieldType<kInto>>) {
+    return *(object.*kInto);
+  } else {
+    return object.*kInto;
+  }
+}
+
+// Runs a walk with the context that the inner form's rows ask for.
+template <const auto& kForm, class Context, class Function>
+void WithContext(Context& context, Function&& function) {
+  using Wanted = typename std::remove_cvref_t<decltype(kForm)>::ContextType;
+  if constexpr (std::is_same_v<Wanted, NoContext>) {
+    NoContext none;
+    function(none);
+  } else {
+    function(context);
+  }
+}
+
+template <const auto& kForm, auto kInto, class T>
+void ShowForm(std::string_view key, const T& object, RowVisitor& visitor) {
+  visitor.OnForm(key);
+  for (const auto& row : kForm) {
+    if (row.show != nullptr) row.show(row.key, Inner<kInto>(object), visitor);
+  }
+  visitor.OnFormEnd();
+}
+
+template <Conversion kHow, const auto& kForm, auto kInto>
+struct FormSpec {
+  static constexpr Conversion kConversion = kHow;
+  static constexpr std::string_view Field() { return FormName<kForm>(); }
+  std::string_view key;
+
+  template <class Context, class T>
+  static void Read(Walk<Context>& walk, const CECadClsLvl& node, T& object) {
+    WithContext<kForm>(walk.context, [&](auto& context) {
+      auto& inner = Inner<kInto>(object);
+      if constexpr (kHow == Conversion::form) {
+        WalkChildren(kForm, node, inner, context);
+      } else if constexpr (kHow == Conversion::formByName) {
+        WalkFirstByName(kForm, node, inner, context);
+      } else {
+        static_assert(kHow == Conversion::firstForm);
+        std::uint64_t seen = 0;
+        ReadChild(kForm, RequireFirstChild(node), inner, context, seen);
+      }
+    });
+  }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    ShowForm<kForm, kInto>(sKey, object, visitor);
+  }
+};
+
+// The first form in a nested one, whatever its keyword; `sName` is the keyword that it usually has.
+template <Conversion kHow, const auto& kForm, auto kInto>
+struct AnyFirstSpec {
+  static constexpr Conversion kConversion = Conversion::firstForm;
+  static constexpr std::string_view Field() { return FormName<kForm>(); }
+  std::string_view key;
+
+  template <class Context, class T>
+  static void Read(Walk<Context>& walk, const CECadClsLvl& node, T& object) {
+    FormSpec<kHow, kForm, kInto>::Read(walk, RequireFirstChild(node), object);
+  }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    ShowForm<kForm, kInto>(sKey, object, visitor);
+  }
+};
+
+template <auto kFirst, auto kSecond>
+struct IntegerPairSpec {
+  static constexpr Conversion kConversion = Conversion::integerPair;
+  static constexpr std::string_view Field() { return MemberName<kFirst>(); }
+  std::string_view key;
+
+  template <class Context, class T>
+  static void Read(Walk<Context>&, const CECadClsLvl& node, T& object) {
+    object.*kFirst = Atoi(Token(node, 1).View());
+    object.*kSecond = Atoi(Token(node, 2).View());
+  }
+};
+
+template <auto kFirst, auto kLater>
+struct PointSequenceSpec {
+  static constexpr Conversion kConversion = Conversion::pointSequence;
+  static constexpr std::string_view Field() { return MemberName<kFirst>(); }
+  std::string_view key;
+
+  template <class Context, class T>
+  static void Read(Walk<Context>& walk, const CECadClsLvl& node, T& object) {
+    if (walk.first) {
+      ReadField<Conversion::point, kFirst>(node, object);
+    } else {
+      ReadField<Conversion::point, kLater>(node, object);
+    }
+  }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    visitor.OnPoint(sKey, object.*kFirst);
+    visitor.OnPoint(sKey, object.*kLater);
+  }
+};
+
+template <auto kMember>
+struct FirstChildPointSpec {
+  static constexpr Conversion kConversion = Conversion::firstChildPoint;
+  static constexpr std::string_view Field() { return MemberName<kMember>(); }
+  std::string_view key;
+
+  template <class Context, class T>
+  static void Read(Walk<Context>&, const CECadClsLvl& node, T& object) {
+    ReadField<Conversion::point, kMember>(RequireFirstChild(node), object);
+  }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    visitor.OnForm(sKey);
+    visitor.OnPoint("pt", object.*kMember);
+    visitor.OnFormEnd();
+  }
+};
+
+}  // namespace grammar_detail
+
+/// A nested form, walked in file order.
+template <const auto& kForm, auto kInto = nullptr>
+constexpr auto Nested(std::string_view key) {
+  return grammar_detail::FormSpec<Conversion::form, kForm, kInto>{key};
+}
+/// A nested form, each of its rows looked up by name.
+template <const auto& kForm, auto kInto = nullptr>
+constexpr auto NestedByName(std::string_view key) {
+  return grammar_detail::FormSpec<Conversion::formByName, kForm, kInto>{key};
+}
+/// A nested form of which the first form in it counts, and only if `kForm` has a row of its name. An empty one raises.
+template <const auto& kForm, auto kInto = nullptr>
+constexpr auto FirstForm(std::string_view key) {
+  return grammar_detail::FormSpec<Conversion::firstForm, kForm, kInto>{key};
+}
+/// A nested form of which the first form in it is walked by `kForm`, whatever its name. An empty one raises.
+template <const auto& kForm, auto kInto = nullptr>
+constexpr auto AnyFirstForm(std::string_view key) {
+  return grammar_detail::AnyFirstSpec<Conversion::form, kForm, kInto>{key};
+}
+/// The same, each row of the first form being looked up by name.
+template <const auto& kForm, auto kInto = nullptr>
+constexpr auto AnyFirstFormByName(std::string_view key) {
+  return grammar_detail::AnyFirstSpec<Conversion::formByName, kForm, kInto>{key};
+}
+template <auto kFirst, auto kSecond>
+constexpr auto IntegerPair(std::string_view key) {
+  return grammar_detail::IntegerPairSpec<kFirst, kSecond>{key};
+}
+template <auto kFirst, auto kLater>
+constexpr auto PointSequence(std::string_view key) {
+  return grammar_detail::PointSequenceSpec<kFirst, kLater>{key};
+}
+template <auto kMember>
+constexpr auto FirstChildPoint(std::string_view key) {
+  return grammar_detail::FirstChildPointSpec<kMember>{key};
 }
 
 }  // namespace laminate
