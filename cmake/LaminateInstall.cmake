@@ -1,5 +1,5 @@
 # The installed package: headers in their room folders below include/laminate, so that they find each other by the same
-# names as in the sources; the library; a CMake package and a pkg-config file; the command where it is built.
+# names as in the sources; the library; a CMake package and a pkg-config file. The command installs itself (tools/).
 include(CMakePackageConfigHelpers)
 
 set(config_dir ${CMAKE_INSTALL_LIBDIR}/cmake/laminate)
@@ -38,7 +38,4 @@ endforeach()
 configure_file(${PROJECT_SOURCE_DIR}/cmake/laminate.pc.in ${PROJECT_BINARY_DIR}/package/laminate.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/package/laminate.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-if(TARGET laminate_cli)
-  install(TARGETS laminate_cli RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
-endif()
 install(FILES ${PROJECT_SOURCE_DIR}/README.md DESTINATION ${CMAKE_INSTALL_DOCDIR})
