@@ -1,5 +1,6 @@
 #pragma once
 #include <algorithm>
+#include <memory>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -138,5 +139,12 @@ class NamedArray : public CExPtrArray<X*, X*>, public Pooled {
   NamedArray() = default;
   ~NamedArray() override { this->DeleteAll(); }
 };
+
+/// Appends an object to an array that owns its elements; gives the object.
+template <class Array, class X>
+X& AppendOwned(Array& array, std::unique_ptr<X> p) {
+  array.Add(p.get());
+  return *p.release();
+}
 
 }  // namespace laminate
