@@ -34,13 +34,13 @@ class CECadCls {
   /// one blank stands for an empty string.
   void vAddToken(CECadClsLvl* pNode, CString& sToken);
 
-  int m_bStopAtFormEnd = 0;                   ///< stop at the end of a line on which the nesting returned to 0
-  CECadClsLvlArray* m_pRootArray;             ///< top-level forms; owned; parses add to it and never clear it
-  CString m_sFileName;                        ///< the file to read
-  int m_nLineNo = 0;                          ///< lines read so far in this parse, comments included
-  CArrayN m_arrN;                             ///< not used
-  CArray<ULONGLONG, ULONGLONG> m_arrOffset;   ///< the result of `vCollectFormOffsets`
+  int m_bStopAtFormEnd = 0;                  ///< stop at the end of a line on which the nesting returned to 0
+  CECadClsLvlArray* m_pRootArray;            ///< top-level forms; owned; parses add to it and never clear it
+  CString m_sFileName;                       ///< the file to read
+  int m_nLineNo = 0;                         ///< lines read so far in this parse, comments included
+  CArrayN m_arrN;                            ///< not used
+  CArray<ULONGLONG, ULONGLONG> m_arrOffset;  ///< the result of `vCollectFormOffsets`
 
-  laminate::LoadStatus m_status;              ///< how the last operation ended: file, line and column of a fault
+  laminate::LoadStatus m_status;                    ///< how the last operation ended: file, line and column of a fault
   laminate::Diagnostics* m_pDiagnostics = nullptr;  ///< where remarks go; not owned; null: none are made
 };

@@ -28,7 +28,8 @@ class CECadClsLvlArray : public laminate::NamedArray<CECadClsLvl> {
  public:
   /// The first element of that name (exact, case-sensitive), or null.
   CECadClsLvl* pFindByName(CString sName) const { return pFind(sName.View()); }
-  /// Appends every element of that name to `arrResult`. The pointers stay here too: size the result to 0 before it dies.
+  /// Appends every element of that name to `arrResult`. The pointers stay here too: size the result to 0 before it
+  /// dies.
   void vFindAllByName(CString sName, CECadClsLvlArray& arrResult) const;
   CECadClsLvl* pFind(std::string_view sName) const;
 };

@@ -1,0 +1,38 @@
+#pragma once
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string_view>
+
+#include "base/FileSystem.h"
+
+namespace laminate {
+
+/// Hands out a file line by line, without the line ends, which are LF or CR LF, holding no more of it than a block and
+/// the line at hand. What stands behind the last line end is a line too, unless it is empty.
+class LineReader {
+ public:
+  /// Starts at a byte offset. A file that cannot be opened has no lines, as has the part behind a file's end.
+  explicit LineReader(const char* szPath, std::uint64_t nOffset = 0);
+
+  /// The next line, valid until the next call; false at the end or on a failure.
+  bool Next(std::string_view& sLine);
+  /// Offset of the first byte behind the line's end.
+  std::uint64_t Position() const { return m_nBufferOffset + static_cast<std::uint64_t>(m_at - m_buffer.get()); }
+  /// 0, or the negative `errno` of the opening or reading that failed.
+  int Error() const { return m_nError; }
+
+ private:
+  // Makes the line from `m_at` on longer by what the file still has; false when that is nothing.
+  bool ReadMore();
+
+  OpenedFile m_file;
+  int m_nError = 0;
+  std::unique_ptr<char[]> m_buffer;
+  std::size_t m_nCapacity = 0;
+  std::uint64_t m_nBufferOffset;  // of the buffer's first byte in the file
+  char* m_at = nullptr;           // what is not yet handed out
+  char* m_end = nullptr;
+};
+
+}  // namespace laminate
