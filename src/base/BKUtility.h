@@ -1,7 +1,8 @@
 #pragma once
 #include "base/CString.h"
 
-/// Paths and folders of the process. One object serves all; its operations may be called from several threads.
+/// Paths and folders of the process. One object serves all; its operations may be called from several threads. Paths
+/// end at their first NUL.
 class BKUtility {
  public:
   /// The process-wide object, never null.
@@ -10,7 +11,8 @@ class BKUtility {
   /// The folder under which the library puts its working folders: one of this process alone, made on first use with
   /// permissions for its owner only and removed with all its contents when the process ends. It lies in memory-backed
   /// storage where the system has such with at least 1 GiB free, otherwise under the system's temporary folder. What a
-  /// killed process of the same user left there is removed when the next one makes its folder.
+  /// killed process of the same user left there is removed when the next one makes its folder. A forked child gets a
+  /// folder of its own and leaves its parent's alone. Raises `CFileException` when no folder can be made.
   CString GetDataPath();
   /// Chooses a folder instead. It is made when needed and never removed. An empty path goes back to the own one.
   void SetDataPath(const CString& sPath);
@@ -20,7 +22,7 @@ class BKUtility {
   CString BKPathCombine(CString sPath, CString sMore, CString sSourceFile = CString(), int nSourceLine = 0);
   /// Mode 2: the file's name without its extension, made fit for a folder name and cut to 200 bytes, "_" and sixteen
   /// hexadecimal digits of a stable hash of the absolute path. The same path always gives the same text, which is
-  /// always one component. Any other mode raises.
+  /// always one component and never "." or "..". Any other mode raises `CInvalidArgException`.
   CString GetSegmntFromFilePath(const CString& sPath, int nSegment);
   bool DoesFileOrDirExist(const CString& sPath, CString sSourceFile = CString(), int nSourceLine = 0);
   /// Creates the folder with its missing parents; quietly accepts one that exists. False on failure.

@@ -1,6 +1,7 @@
 #pragma once
 #include <algorithm>
 #include <memory>
+#include <tuple>
 #include <unordered_map>
 #include <unordered_set>
 
@@ -139,6 +140,13 @@ class NamedArray : public CExPtrArray<X*, X*>, public Pooled {
   NamedArray() = default;
   ~NamedArray() override { this->DeleteAll(); }
 };
+
+/// Makes the objects that a record owns from its construction on: all of them or, when memory fails, none.
+template <class... T>
+void MakeOwned(T*&... fields) {
+  std::tuple<std::unique_ptr<T>...> made{std::make_unique<T>()...};
+  std::apply([&fields...](auto&... p) { ((fields = p.release()), ...); }, made);
+}
 
 /// Appends an object to an array that owns its elements; gives the object.
 template <class Array, class X>

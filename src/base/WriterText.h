@@ -1,9 +1,11 @@
 #pragma once
 // What the writers do to texts. Each change that a writer makes in its object is named here once.
+#include <algorithm>
 #include <string_view>
 #include <utility>
 
 #include "base/CString.h"
+#include "base/TextOut.h"
 
 namespace laminate {
 
@@ -27,5 +29,20 @@ inline bool HoldsBracketOrBlank(const CString& s) { return s.View().find_first_o
 
 /// What stands before and behind a name that is quoted only where it must be: a quote, or nothing.
 inline std::string_view QuoteIf(bool bQuote) { return bQuote ? "\"" : ""; }
+
+/// How many elements an array holds, empty slots left out. A null array is an empty one.
+template <class Array>
+INT_PTR CountOf(const Array* pArray) {
+  return pArray == nullptr ? 0 : pArray->GetSize() - std::count(pArray->begin(), pArray->end(), nullptr);
+}
+
+/// Writes each element of an array, in order. A null array is an empty one.
+template <class Array>
+void WriteEach(TextOut& out, const Array* pArray) {
+  if (pArray == nullptr) return;
+  for (const auto& p : *pArray) {
+    if (p != nullptr) p->Write(out);
+  }
+}
 
 }  // namespace laminate
