@@ -102,7 +102,8 @@ class CArray : public CObject {
 
  private:
   TYPE& At(INT_PTR n) const {
-    if (static_cast<std::uint64_t>(n) >= m_nSize) [[unlikely]] AfxThrowInvalidArgException();
+    if (static_cast<std::uint64_t>(n) >= m_nSize) [[unlikely]]
+      AfxThrowInvalidArgException();
     return m_pData[n];
   }
   void Reserve(std::size_t nMinimum);

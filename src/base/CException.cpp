@@ -12,34 +12,57 @@ namespace {
 
 const char* FileCauseText(int nCause) {
   switch (nCause) {
-    case CFileException::none: return "no error";
-    case CFileException::fileNotFound: return "the file does not exist";
-    case CFileException::badPath: return "the path is not valid";
-    case CFileException::tooManyOpenFiles: return "too many open files";
-    case CFileException::accessDenied: return "access is denied";
-    case CFileException::invalidFile: return "the file handle is not valid";
-    case CFileException::removeCurrentDir: return "the current folder cannot be removed";
-    case CFileException::directoryFull: return "the folder is full";
-    case CFileException::badSeek: return "the position in the file is not valid";
-    case CFileException::hardIO: return "the device reported an error";
-    case CFileException::sharingViolation: return "the file is in use";
-    case CFileException::lockViolation: return "the file is locked";
-    case CFileException::diskFull: return "the disk is full";
-    case CFileException::endOfFile: return "the file ended too early";
-    default: return "an unknown error";
+    case CFileException::none:
+      return "no error";
+    case CFileException::fileNotFound:
+      return "the file does not exist";
+    case CFileException::badPath:
+      return "the path is not valid";
+    case CFileException::tooManyOpenFiles:
+      return "too many open files";
+    case CFileException::accessDenied:
+      return "access is denied";
+    case CFileException::invalidFile:
+      return "the file handle is not valid";
+    case CFileException::removeCurrentDir:
+      return "the current folder cannot be removed";
+    case CFileException::directoryFull:
+      return "the folder is full";
+    case CFileException::badSeek:
+      return "the position in the file is not valid";
+    case CFileException::hardIO:
+      return "the device reported an error";
+    case CFileException::sharingViolation:
+      return "the file is in use";
+    case CFileException::lockViolation:
+      return "the file is locked";
+    case CFileException::diskFull:
+      return "the disk is full";
+    case CFileException::endOfFile:
+      return "the file ended too early";
+    default:
+      return "an unknown error";
   }
 }
 
 const char* ArchiveCauseText(int nCause) {
   switch (nCause) {
-    case CArchiveException::none: return "no error";
-    case CArchiveException::readOnly: return "it is open for reading and cannot be written";
-    case CArchiveException::endOfFile: return "it ended too early";
-    case CArchiveException::writeOnly: return "it is open for writing and cannot be read";
-    case CArchiveException::badIndex: return "its content is damaged";
-    case CArchiveException::badClass: return "it holds an object of another class";
-    case CArchiveException::badSchema: return "it was written by another version";
-    default: return "an unknown error";
+    case CArchiveException::none:
+      return "no error";
+    case CArchiveException::readOnly:
+      return "it is open for reading and cannot be written";
+    case CArchiveException::endOfFile:
+      return "it ended too early";
+    case CArchiveException::writeOnly:
+      return "it is open for writing and cannot be read";
+    case CArchiveException::badIndex:
+      return "its content is damaged";
+    case CArchiveException::badClass:
+      return "it holds an object of another class";
+    case CArchiveException::badSchema:
+      return "it was written by another version";
+    default:
+      return "an unknown error";
   }
 }
 
@@ -59,29 +82,42 @@ CFileException::CFileException(int nCause, int nOsError, std::string sFileName)
 
 int CFileException::OsErrorToException(int nOsError) {
   switch (nOsError) {
-    case 0: return none;
-    case ENOENT: return fileNotFound;
+    case 0:
+      return none;
+    case ENOENT:
+      return fileNotFound;
     case ENOTDIR:
     case ENAMETOOLONG:
-    case ELOOP: return badPath;
+    case ELOOP:
+      return badPath;
     case EMFILE:
-    case ENFILE: return tooManyOpenFiles;
+    case ENFILE:
+      return tooManyOpenFiles;
     case EACCES:
     case EPERM:
     case EROFS:
-    case EISDIR: return accessDenied;
-    case EBADF: return invalidFile;
+    case EISDIR:
+      return accessDenied;
+    case EBADF:
+      return invalidFile;
     case ENOTEMPTY:
-    case EEXIST: return genericException;
-    case ESPIPE: return badSeek;
-    case EIO: return hardIO;
+    case EEXIST:
+      return genericException;
+    case ESPIPE:
+      return badSeek;
+    case EIO:
+      return hardIO;
     case EBUSY:
-    case ETXTBSY: return sharingViolation;
-    case EDEADLK: return lockViolation;
+    case ETXTBSY:
+      return sharingViolation;
+    case EDEADLK:
+      return lockViolation;
     case ENOSPC:
     case EDQUOT:
-    case EFBIG: return diskFull;
-    default: return genericException;
+    case EFBIG:
+      return diskFull;
+    default:
+      return genericException;
   }
 }
 

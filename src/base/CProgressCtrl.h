@@ -25,7 +25,8 @@ class CProgressCtrl {
   int m_nPos = 0;
 };
 
-/// Sends a message to a control's window and waits for it. Only `PBM_SETPOS` has an effect; a null window takes nothing.
+/// Sends a message to a control's window and waits for it. Only `PBM_SETPOS` has an effect; a null window takes
+/// nothing.
 LRESULT SendMessageA(HWND hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam);
 
 /// The platform's event object. It exists for hosts; nothing in the library waits on one.

@@ -9,7 +9,10 @@
 #include <cstdlib>
 #include <cstring>
 #include <limits>
-#include <string>
+#include <memory>
+#include <new>
+
+#include "base/CException.h"
 
 namespace laminate {
 namespace {
@@ -23,22 +26,21 @@ locale_t TheCLocale() {
 }
 
 // The C library's own answer, for what the short form below does not cover.
-double LibraryAtof(std::string_view s) noexcept {
-  // A number's text may be long, but what decides it is its start; the copy ends it with a NUL.
+double LibraryAtof(std::string_view s) {
+  // What can belong to a number, "nan(...)" included; a long text behind it is not copied.
+  s = s.substr(0, s.find_first_not_of("0123456789+-.()_"
+                                      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz"));
   char szShort[256];
   if (s.size() < sizeof szShort) {
     std::memcpy(szShort, s.data(), s.size());
     szShort[s.size()] = '\0';
     return strtod_l(szShort, nullptr, TheCLocale());
   }
-  try {
-    return strtod_l(std::string(s).c_str(), nullptr, TheCLocale());
-  } catch (...) {
-    // Without memory for the copy, the digits that fit decide.
-    std::memcpy(szShort, s.data(), sizeof szShort - 1);
-    szShort[sizeof szShort - 1] = '\0';
-    return strtod_l(szShort, nullptr, TheCLocale());
-  }
+  const std::unique_ptr<char[]> szLong(new (std::nothrow) char[s.size() + 1]);
+  if (szLong == nullptr) AfxThrowMemoryException();
+  std::memcpy(szLong.get(), s.data(), s.size());
+  szLong[s.size()] = '\0';
+  return strtod_l(szLong.get(), nullptr, TheCLocale());
 }
 
 constexpr double kPowersOfTen[] = {1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
@@ -98,7 +100,7 @@ char* ShortFixed(char* p, double d) noexcept {
 
 }  // namespace
 
-double Atof(std::string_view s) noexcept {
+double Atof(std::string_view s) {
   const char* p = s.data();
   const char* const end = p + s.size();
   while (p != end && IsSpace(*p)) ++p;
@@ -144,6 +146,16 @@ int Atoi(std::string_view s) noexcept {
     value = value * 10 + digit;
   }
   return static_cast<int>(static_cast<std::uint32_t>(bNegative ? 0 - value : value));
+}
+
+float Narrowed(double d) noexcept {
+  // A conversion out of range is left undefined by the language. From half a step above the largest value on, the
+  // nearest one is infinite.
+  constexpr double kLargest = std::numeric_limits<float>::max();
+  constexpr double kInfinite = 0x1.ffffffp127;
+  if (std::fabs(d) <= kLargest || std::isnan(d)) return static_cast<float>(d);
+  const float f = std::fabs(d) < kInfinite ? std::numeric_limits<float>::max() : std::numeric_limits<float>::infinity();
+  return d < 0 ? -f : f;
 }
 
 char* FormatFixed(char* p, double d, int nDecimals) noexcept {

@@ -122,7 +122,8 @@ void PoolFree(void* p, std::size_t nBytes) noexcept {
     return;
   }
   const std::size_t list = nBytes == 0 ? 1 : (nBytes + kStep - 1) / kStep;
-  if (!t_lists.registered) [[unlikely]] RegisterThread();
+  if (!t_lists.registered) [[unlikely]]
+    RegisterThread();
   Free* block = static_cast<Free*>(p);
   block->next = t_lists.head[list];
   t_lists.head[list] = block;

@@ -1,5 +1,6 @@
 #include "base/TextOut.h"
 
+#include <cerrno>
 #include <new>
 
 namespace laminate {
@@ -29,7 +30,16 @@ void TextOut::HandOver(std::string_view s) {
   if (s.empty()) return;
   if (m_pTarget != nullptr) {
     m_pTarget->append(s);
+    return;
+  }
+  int nError = 0;
+  if (m_fp == nullptr) {
+    nError = m_bFailed ? 0 : -WriteAll(m_h, s);
   } else if (std::fwrite(s.data(), 1, s.size(), m_fp) != s.size()) {
+    nError = errno != 0 ? errno : EIO;
+  }
+  if (nError != 0) {
+    if (!m_bFailed) m_nError = nError;
     m_bFailed = true;
   }
 }

@@ -10,6 +10,7 @@
 
 #include "base/CPointD.h"
 #include "base/CString.h"
+#include "base/FileSystem.h"
 #include "base/Number.h"
 
 namespace laminate {
@@ -38,6 +39,8 @@ class TextOut {
     if (fp == nullptr) AfxThrowInvalidArgException();
     Start();
   }
+  /// Writes to a handle of the file seam, which stays open and is the caller's.
+  explicit TextOut(FileSystem::Handle h) : m_h(h) { Start(); }
   /// Appends to a string.
   explicit TextOut(std::string& sTarget) : m_pTarget(&sTarget) { Start(); }
   TextOut(const TextOut&) = delete;
@@ -48,6 +51,8 @@ class TextOut {
   /// Hands all that was written to the stream or string; false if that, or an earlier hand-over, failed.
   bool Flush();
   bool Failed() const { return m_bFailed; }
+  /// The `errno` of the first failed hand-over; 0 when there was none.
+  int Error() const { return m_nError; }
 
   template <PrintFormat kFormat, class... Args>
   void Print(const Args&... args) {
@@ -153,6 +158,8 @@ class TextOut {
 
   std::FILE* m_fp = nullptr;
   std::string* m_pTarget = nullptr;
+  FileSystem::Handle m_h = -1;
+  int m_nError = 0;
   char* m_at = nullptr;
   char* m_end = nullptr;
   char* m_begin = nullptr;

@@ -1,0 +1,90 @@
+#include "base/WholeFile.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+
+namespace laminate {
+namespace {
+
+// The path behind all links; its last step need not exist. Gives 0 or the negative `errno`.
+int FollowLinks(const CString& sPath, std::string& sTarget) {
+  constexpr int kMaxLinks = 40;  // what the system itself follows
+  sTarget = std::string(sPath.CView());
+  for (int i = 0; i < kMaxLinks; ++i) {
+    char szLink[PATH_MAX];
+    const ssize_t n = ::readlink(sTarget.c_str(), szLink, sizeof szLink);
+    if (n < 0) return 0;
+    const std::string sLink(szLink, static_cast<std::size_t>(n));
+    const std::size_t nFolder = sTarget.rfind('/');
+    sTarget = sLink.starts_with('/') || nFolder == std::string::npos ? sLink : sTarget.substr(0, nFolder + 1) + sLink;
+  }
+  return -ELOOP;
+}
+
+}  // namespace
+
+WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
+  if (sPath.IsEmpty()) Fail(ENOENT);
+  FileSystem& fileSystem = TheFileSystem();
+  if (const int n = FollowLinks(sPath, m_sTarget); n != 0) Fail(-n);
+  struct stat info {};
+  const bool bExists = ::stat(m_sTarget.c_str(), &info) == 0;
+  if (bExists && S_ISDIR(info.st_mode)) Fail(EISDIR);
+  if (bExists && !S_ISREG(info.st_mode)) {
+    m_file = OpenedFile(fileSystem.OpenForWriting(m_sTarget.c_str()));
+    if (!m_file.IsOpen()) Fail(errno);
+  } else {
+    if (bExists) {
+      // Replacing it needs no right on the file itself; a write-protected one is left alone all the same.
+      if (::access(m_sTarget.c_str(), W_OK) != 0) Fail(errno);
+      m_nMode = info.st_mode & 07777;
+    }
+    FileSystem::Handle h = -EEXIST;
+    for (int i = 0; h == -EEXIST && i < 1000; ++i) {
+      m_sTemporary = m_sTarget + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(i);
+      h = fileSystem.CreateNew(m_sTemporary.c_str());
+    }
+    if (h < 0) {
+      m_sTemporary.clear();
+      Fail(-h);
+    }
+    m_file = OpenedFile(h);
+  }
+  m_pText = std::make_unique<TextOut>(m_file.Get());
+}
+
+WholeFile::~WholeFile() {
+  m_pText.reset();
+  Discard();
+}
+
+void WholeFile::Commit() {
+  FileSystem& fileSystem = TheFileSystem();
+  if (!m_pText->Flush()) Fail(m_pText->Error());
+  if (m_sTemporary.empty()) {
+    if (const int n = m_file.Close(); n != 0) Fail(-n);
+    return;
+  }
+  if (m_nMode != 0 && ::fchmod(m_file.Get(), m_nMode) != 0) Fail(errno);
+  if (const int n = fileSystem.Sync(m_file.Get()); n != 0) Fail(-n);
+  if (const int n = m_file.Close(); n != 0) Fail(-n);
+  if (const int n = fileSystem.Rename(m_sTemporary.c_str(), m_sTarget.c_str()); n != 0) Fail(-n);
+  m_sTemporary.clear();
+}
+
+void WholeFile::Fail(int nError) {
+  Discard();
+  AfxThrowFileException(CFileException::OsErrorToException(nError), nError, m_sPath);
+}
+
+void WholeFile::Discard() noexcept {
+  m_file.Close();
+  if (m_sTemporary.empty()) return;
+  TheFileSystem().Remove(m_sTemporary.c_str());
+  m_sTemporary.clear();
+}
+
+}  // namespace laminate

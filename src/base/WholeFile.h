@@ -1,0 +1,37 @@
+#pragma once
+#include <string>
+
+#include "base/CString.h"
+#include "base/FileSystem.h"
+#include "base/TextOut.h"
+
+namespace laminate {
+
+/// A file that appears whole or not at all. Its text is written beside its name under a temporary one; `Commit` brings
+/// it to the device and renames it into place, so that a file that stood there is either untouched or replaced whole.
+/// Without `Commit` nothing remains. An existing regular file keeps its mode and a link is followed; what is no regular
+/// file, such as a device or a pipe, is written in place. Every failure raises `CFileException` with the file's name.
+class WholeFile {
+ public:
+  explicit WholeFile(const CString& sPath);
+  ~WholeFile();
+  WholeFile(const WholeFile&) = delete;
+  WholeFile& operator=(const WholeFile&) = delete;
+
+  /// Where the text goes. Writes that fail are told by `Commit`.
+  TextOut& Text() { return *m_pText; }
+  void Commit();
+
+ private:
+  [[noreturn]] void Fail(int nError);
+  void Discard() noexcept;
+
+  CString m_sPath;           // as the caller named it
+  std::string m_sTarget;     // behind all links
+  std::string m_sTemporary;  // empty when the target is written in place
+  unsigned m_nMode = 0;      // of the file that is replaced; 0: there is none
+  OpenedFile m_file;
+  std::unique_ptr<TextOut> m_pText;
+};
+
+}  // namespace laminate
