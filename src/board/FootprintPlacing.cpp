@@ -20,6 +20,8 @@
 #include "technology/CBDtechnologyContainer.h"
 #include "technology/CBDtoeprintPin.h"
 
+using laminate::AppendOwned;
+
 namespace {
 
 constexpr double kFullTurn = 360.0;
@@ -33,12 +35,6 @@ template <class T>
 T& Required(T* p) {
   if (p == nullptr) AfxThrowInvalidArgException();
   return *p;
-}
-
-template <class Array, class X>
-void Append(Array& array, std::unique_ptr<X> pElement) {
-  array.Add(pElement.get());
-  static_cast<void>(pElement.release());
 }
 
 // The angle of a placed pad or padstack; null for any other shape, whose angle placing leaves alone.
@@ -95,7 +91,7 @@ std::unique_ptr<CBDpin> PlacePin(const CBDtoeprintPin& toeprint, const Place& pl
     if (pCopy == nullptr) continue;
     place.Move(*pCopy);
     if (double* pAngle = PadAngle(*pCopy)) *pAngle = WrapPinAngle(*pAngle + place.turn);
-    Append(*pPin->m_pDrawObjArray, std::move(pCopy));
+    AppendOwned(*pPin->m_pDrawObjArray, std::move(pCopy));
   }
   return pPin;
 }
@@ -157,13 +153,13 @@ CBDcomponent* CBDfootprint::pGetComponentFromFootprint(CBDtechnologyContainer* p
   pComponent->m_sPlacementSide = sSide;
   pComponent->m_dAngle = dAngle;
   for (const CBDtoeprintPin* pToeprint : Required(m_pToeprintPinArray)) {
-    if (pToeprint != nullptr) Append(*pComponent->m_pPinArray, PlacePin(*pToeprint, place));
+    if (pToeprint != nullptr) AppendOwned(*pComponent->m_pPinArray, PlacePin(*pToeprint, place));
   }
   if (m_pHeelprint != nullptr && m_pHeelprint->m_pDrawObjArray != nullptr) {
     for (const CBDdrawObj* pShape : *m_pHeelprint->m_pDrawObjArray) {
       if (pShape == nullptr) continue;
       auto pCopy = PlaceBodyShape(*this, pTechnology, *pShape, place);
-      if (pCopy != nullptr) Append(*pComponent->m_pDrawObjArray, std::move(pCopy));
+      if (pCopy != nullptr) AppendOwned(*pComponent->m_pDrawObjArray, std::move(pCopy));
     }
   }
   return pComponent.release();
