@@ -376,6 +376,11 @@ void CString::Format(const char* szFormat, ...) {
   va_end(args);
   *this = std::move(result);
 }
+void CString::FormatV(const char* szFormat, std::va_list args) {
+  CString result;
+  result.AppendFormatV(szFormat, args);
+  *this = std::move(result);
+}
 void CString::AppendFormat(const char* szFormat, ...) {
   va_list args;
   va_start(args, szFormat);

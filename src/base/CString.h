@@ -1,5 +1,6 @@
 #pragma once
 #include <concepts>
+#include <cstdarg>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
@@ -155,6 +156,7 @@ class CString {
   /// As the C library's printf family in the C locale, whatever locale is set.
   void Format(const char* szFormat, ...) __attribute__((format(printf, 2, 3)));
   void AppendFormat(const char* szFormat, ...) __attribute__((format(printf, 2, 3)));
+  void FormatV(const char* szFormat, std::va_list args) __attribute__((format(printf, 2, 0)));
 
   /// A writable buffer of at least `nMinLength` bytes and a NUL, holding the text. Only writing to it and
   /// `ReleaseBuffer` may follow. A negative length raises.

@@ -34,8 +34,9 @@ WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
   const bool bExists = ::stat(m_sTarget.c_str(), &info) == 0;
   if (bExists && S_ISDIR(info.st_mode)) Fail(EISDIR);
   if (bExists && !S_ISREG(info.st_mode)) {
-    m_file = OpenedFile(fileSystem.OpenForWriting(m_sTarget.c_str()));
-    if (!m_file.IsOpen()) Fail(errno);
+    const FileSystem::Handle h = fileSystem.OpenForWriting(m_sTarget.c_str());
+    if (h < 0) Fail(-h);
+    m_file = OpenedFile(h);
   } else {
     if (bExists) {
       // Replacing it needs no right on the file itself; a write-protected one is left alone all the same.
@@ -53,7 +54,12 @@ WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
     }
     m_file = OpenedFile(h);
   }
-  m_pText = std::make_unique<TextOut>(m_file.Get());
+  try {
+    m_pText = std::make_unique<TextOut>(m_file.Get());
+  } catch (...) {
+    Discard();
+    throw;
+  }
 }
 
 WholeFile::~WholeFile() {
