@@ -34,7 +34,7 @@ class CVRXoutLcdbCmpCompPin : public laminate::Pooled {
 };
 
 /// Pins of a library component; owns them.
-class CVRXoutLcdbCmpCompPinArray : public laminate::RecordArray<CVRXoutLcdbCmpCompPinArray, CVRXoutLcdbCmpCompPin> {};
+class CVRXoutLcdbCmpCompPinArray : public laminate::RecordArray<CVRXoutLcdbCmpCompPin, CVRXoutLcdbCmpCompPinArray> {};
 
 /// A library component: its function, its symbols and its pins.
 ///
@@ -80,7 +80,7 @@ class CVRXoutLcdbCmpComp : public laminate::Pooled {
 };
 
 /// Library components in file order; owns them.
-class CVRXoutLcdbCmpCompArray : public laminate::RecordArray<CVRXoutLcdbCmpCompArray, CVRXoutLcdbCmpComp> {
+class CVRXoutLcdbCmpCompArray : public laminate::RecordArray<CVRXoutLcdbCmpComp, CVRXoutLcdbCmpCompArray> {
  public:
   /// The first component of exactly that name, or null; it stays the array's.
   CVRXoutLcdbCmpComp* pGetBDOutLcdbCmpCompFromCompName(CString sCompName) const;

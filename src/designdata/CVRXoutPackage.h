@@ -41,7 +41,7 @@ class CVRXoutPackageMountForm : public laminate::Pooled {
 
 /// Mount forms of a package; owns them.
 class CVRXoutPackageMountFormArray
-    : public laminate::RecordArray<CVRXoutPackageMountFormArray, CVRXoutPackageMountForm> {};
+    : public laminate::RecordArray<CVRXoutPackageMountForm, CVRXoutPackageMountFormArray> {};
 
 /// A physical package: the housing of parts, with its mount forms.
 ///
@@ -90,4 +90,4 @@ class CVRXoutPackage : public laminate::Pooled {
 };
 
 /// Packages in file order; owns them.
-class CVRXoutPackageArray : public laminate::RecordArray<CVRXoutPackageArray, CVRXoutPackage> {};
+class CVRXoutPackageArray : public laminate::RecordArray<CVRXoutPackage, CVRXoutPackageArray> {};

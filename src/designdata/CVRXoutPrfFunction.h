@@ -32,7 +32,7 @@ class CVRXoutPrfFunctionPort : public laminate::Pooled {
 };
 
 /// Ports of a function; owns them.
-class CVRXoutPrfFunctionPortArray : public laminate::RecordArray<CVRXoutPrfFunctionPortArray, CVRXoutPrfFunctionPort> {
+class CVRXoutPrfFunctionPortArray : public laminate::RecordArray<CVRXoutPrfFunctionPort, CVRXoutPrfFunctionPortArray> {
 };
 
 /// A function: the logical symbol that parts realise.
@@ -63,4 +63,4 @@ class CVRXoutPrfFunction : public laminate::Pooled {
 };
 
 /// Functions in file order; owns them.
-class CVRXoutPrfFunctionArray : public laminate::RecordArray<CVRXoutPrfFunctionArray, CVRXoutPrfFunction> {};
+class CVRXoutPrfFunctionArray : public laminate::RecordArray<CVRXoutPrfFunction, CVRXoutPrfFunctionArray> {};

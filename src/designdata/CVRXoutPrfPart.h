@@ -1,4 +1,5 @@
 #pragma once
+#include <array>
 #include <cstdio>
 
 #include "base/CLProperty.h"
@@ -63,8 +64,8 @@ class CVRXoutPrfPartGateDefArray : public laminate::NamedArray<CVRXoutPrfPartGat
 ///
 /// A copy shares the four arrays with its original: what one changes in them the other sees, and only parts that share
 /// their arrays are equal. The arrays live as long as the last part that holds them. A host may put an array of its own
-/// into a field; the part then owns that one, and the array that stood there is the host's unless another part of the
-/// family of copies still holds it. A part and its copies belong to one thread.
+/// into a field, one that no other part holds; the part then owns it alone, and the array that stood there is the
+/// host's unless a copy still holds it. A part and its copies belong to one thread.
 class CVRXoutPrfPart : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -111,19 +112,21 @@ class CVRXoutPrfPart : public laminate::Pooled {
   }
 
  private:
+  void WriteInterface(laminate::TextOut& out) const;
+  bool Holds(const void* p) const;
+  bool HeldByACopy(const void* p) const;
   // Deletes the arrays that no copy holds, and leaves the ring of copies.
   void LetGo();
   void JoinRing(const CVRXoutPrfPart& source);
-  template <class A>
-  bool HeldByACopy(const A* p) const;
 
-  // A part and its copies form a ring.
+  // A part and its copies form a ring; an array dies with the last part of the ring whose fields hold it.
   mutable const CVRXoutPrfPart* m_pNextCopy = this;
   mutable const CVRXoutPrfPart* m_pPreviousCopy = this;
+  mutable std::array<const void*, 4> m_apShared{};  // the arrays at the last copying from or to this part
 };
 
 /// Parts in file order; owns them.
-class CVRXoutPrfPartArray : public laminate::RecordArray<CVRXoutPrfPartArray, CVRXoutPrfPart> {
+class CVRXoutPrfPartArray : public laminate::RecordArray<CVRXoutPrfPart, CVRXoutPrfPartArray> {
  public:
   /// 1 when a part of exactly that name exists, else 0.
   int bExistSameUpfWithPartName(CString sName) const;

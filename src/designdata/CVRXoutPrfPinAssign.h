@@ -34,7 +34,7 @@ class CVRXoutPrfPinAssignPort : public laminate::Pooled {
 
 /// Ports of a pin assign; owns them.
 class CVRXoutPrfPinAssignPortArray
-    : public laminate::RecordArray<CVRXoutPrfPinAssignPortArray, CVRXoutPrfPinAssignPort> {};
+    : public laminate::RecordArray<CVRXoutPrfPinAssignPort, CVRXoutPrfPinAssignPortArray> {};
 
 /// A port of a function instance, and the port of the part that it is matched with.
 class CVRXoutPrfPinAssignFuncInstPort : public laminate::Pooled {
@@ -63,7 +63,7 @@ class CVRXoutPrfPinAssignFuncInstPort : public laminate::Pooled {
 
 /// Ports of a function instance; owns them.
 class CVRXoutPrfPinAssignFuncInstPortArray
-    : public laminate::RecordArray<CVRXoutPrfPinAssignFuncInstPortArray, CVRXoutPrfPinAssignFuncInstPort> {};
+    : public laminate::RecordArray<CVRXoutPrfPinAssignFuncInstPort, CVRXoutPrfPinAssignFuncInstPortArray> {};
 
 /// An instance of a function inside a pin assign.
 class CVRXoutPrfPinAssignFuncInst : public laminate::Pooled {
@@ -92,7 +92,7 @@ class CVRXoutPrfPinAssignFuncInst : public laminate::Pooled {
 
 /// Function instances of a pin assign; owns them.
 class CVRXoutPrfPinAssignFuncInstArray
-    : public laminate::RecordArray<CVRXoutPrfPinAssignFuncInstArray, CVRXoutPrfPinAssignFuncInst> {};
+    : public laminate::RecordArray<CVRXoutPrfPinAssignFuncInst, CVRXoutPrfPinAssignFuncInstArray> {};
 
 /// How the ports of a part map to functions.
 class CVRXoutPrfPinAssign : public laminate::Pooled {
@@ -129,4 +129,4 @@ class CVRXoutPrfPinAssign : public laminate::Pooled {
 };
 
 /// Pin assigns in file order; owns them.
-class CVRXoutPrfPinAssignArray : public laminate::RecordArray<CVRXoutPrfPinAssignArray, CVRXoutPrfPinAssign> {};
+class CVRXoutPrfPinAssignArray : public laminate::RecordArray<CVRXoutPrfPinAssign, CVRXoutPrfPinAssignArray> {};

@@ -31,7 +31,7 @@ class CVRXoutRufBoardSpecDefaultGrid final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufBoardSpecDefaultGridArray
-    : public laminate::RecordArray<CVRXoutRufBoardSpecDefaultGridArray, CVRXoutRufBoardSpecDefaultGrid> {};
+    : public laminate::RecordArray<CVRXoutRufBoardSpecDefaultGrid, CVRXoutRufBoardSpecDefaultGridArray> {};
 
 /// A drill with its two diameters, in database units.
 class CVRXoutRufBoardSpecDrillingRule final : public laminate::Pooled {
@@ -60,7 +60,7 @@ class CVRXoutRufBoardSpecDrillingRule final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufBoardSpecDrillingRuleArray
-    : public laminate::RecordArray<CVRXoutRufBoardSpecDrillingRuleArray, CVRXoutRufBoardSpecDrillingRule> {};
+    : public laminate::RecordArray<CVRXoutRufBoardSpecDrillingRule, CVRXoutRufBoardSpecDrillingRuleArray> {};
 
 /// A grid: pitch and origin in mm.
 class CVRXoutRufBoardSpecGridDef final : public laminate::Pooled {
@@ -92,7 +92,7 @@ class CVRXoutRufBoardSpecGridDef final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufBoardSpecGridDefArray
-    : public laminate::RecordArray<CVRXoutRufBoardSpecGridDefArray, CVRXoutRufBoardSpecGridDef> {};
+    : public laminate::RecordArray<CVRXoutRufBoardSpecGridDef, CVRXoutRufBoardSpecGridDefArray> {};
 
 /// A named track width in mm. The class keeps its spelling.
 class CVRXoutRufBoardSpecpatternWidth final : public laminate::Pooled {
@@ -120,7 +120,7 @@ class CVRXoutRufBoardSpecpatternWidth final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufBoardSpecpatternWidthArray
-    : public laminate::RecordArray<CVRXoutRufBoardSpecpatternWidthArray, CVRXoutRufBoardSpecpatternWidth> {};
+    : public laminate::RecordArray<CVRXoutRufBoardSpecpatternWidth, CVRXoutRufBoardSpecpatternWidthArray> {};
 
 /// The board-level settings of a rule file. Two distinct ones are never equal, whatever they hold.
 class CVRXoutRufBoardSpec final : public laminate::Pooled {

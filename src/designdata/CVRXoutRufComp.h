@@ -32,4 +32,4 @@ class CVRXoutRufComp : public laminate::Pooled {
 };
 
 /// Component settings in file order; owns them.
-class CVRXoutRufCompArray : public laminate::RecordArray<CVRXoutRufCompArray, CVRXoutRufComp> {};
+class CVRXoutRufCompArray : public laminate::RecordArray<CVRXoutRufComp, CVRXoutRufCompArray> {};

@@ -30,7 +30,7 @@ class CVRXoutRufNetFuncTerm final : public laminate::Pooled {
 };
 
 /// Owns its elements.
-class CVRXoutRufNetFuncTermArray : public laminate::RecordArray<CVRXoutRufNetFuncTermArray, CVRXoutRufNetFuncTerm> {};
+class CVRXoutRufNetFuncTermArray : public laminate::RecordArray<CVRXoutRufNetFuncTerm, CVRXoutRufNetFuncTermArray> {};
 
 /// A net of the rule file.
 class CVRXoutRufNet : public laminate::Pooled {
@@ -61,4 +61,4 @@ class CVRXoutRufNet : public laminate::Pooled {
 };
 
 /// Nets in file order; owns them.
-class CVRXoutRufNetArray : public laminate::RecordArray<CVRXoutRufNetArray, CVRXoutRufNet> {};
+class CVRXoutRufNetArray : public laminate::RecordArray<CVRXoutRufNet, CVRXoutRufNetArray> {};

@@ -35,7 +35,7 @@ class CVRXoutRufRule final : public laminate::Pooled {
 };
 
 /// Rules in file order; owns them.
-class CVRXoutRufRuleArray : public laminate::RecordArray<CVRXoutRufRuleArray, CVRXoutRufRule> {
+class CVRXoutRufRuleArray : public laminate::RecordArray<CVRXoutRufRule, CVRXoutRufRuleArray> {
  public:
   CVRXoutRufRuleArray() = default;
   CVRXoutRufRuleArray(const CVRXoutRufRuleArray& source);
@@ -51,7 +51,7 @@ class CVRXoutRufRuleArray : public laminate::RecordArray<CVRXoutRufRuleArray, CV
 };
 
 /// Arrays of rules; owns them.
-class CVRXoutRufRuleArrayArray : public laminate::RecordArray<CVRXoutRufRuleArrayArray, CVRXoutRufRuleArray> {
+class CVRXoutRufRuleArrayArray : public laminate::RecordArray<CVRXoutRufRuleArray, CVRXoutRufRuleArrayArray> {
  public:
   /// The first array of that name, or null; it stays this array's.
   CVRXoutRufRuleArray* Find(CString sName) const;
@@ -84,7 +84,7 @@ class CVRXoutRufRuleBoard final : public laminate::Pooled {
 };
 
 /// Board settings in file order; owns them.
-class CVRXoutRufRuleBoardArray : public laminate::RecordArray<CVRXoutRufRuleBoardArray, CVRXoutRufRuleBoard> {
+class CVRXoutRufRuleBoardArray : public laminate::RecordArray<CVRXoutRufRuleBoard, CVRXoutRufRuleBoardArray> {
  public:
   /// The first setting of that name, or null; it stays the array's.
   CVRXoutRufRuleBoard* Find(CString sName) const;
@@ -117,4 +117,4 @@ class CVRXoutRufRuleElectricalNet final : public laminate::Pooled {
 
 /// Electrical nets in file order; owns them.
 class CVRXoutRufRuleElectricalNetArray
-    : public laminate::RecordArray<CVRXoutRufRuleElectricalNetArray, CVRXoutRufRuleElectricalNet> {};
+    : public laminate::RecordArray<CVRXoutRufRuleElectricalNet, CVRXoutRufRuleElectricalNetArray> {};

@@ -31,8 +31,8 @@ class CVRXoutRufRuleDesignRuleStackEachLayer final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufRuleDesignRuleStackEachLayerArray
-    : public laminate::RecordArray<CVRXoutRufRuleDesignRuleStackEachLayerArray,
-                                   CVRXoutRufRuleDesignRuleStackEachLayer> {
+    : public laminate::RecordArray<CVRXoutRufRuleDesignRuleStackEachLayer,
+                                   CVRXoutRufRuleDesignRuleStackEachLayerArray> {
  public:
   /// The first record of that layer, or null; it stays the array's.
   CVRXoutRufRuleDesignRuleStackEachLayer* Find(int nLayerNo) const;
@@ -66,7 +66,7 @@ class CVRXoutRufRuleDesignRuleStack final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufRuleDesignRuleStackArray
-    : public laminate::RecordArray<CVRXoutRufRuleDesignRuleStackArray, CVRXoutRufRuleDesignRuleStack> {
+    : public laminate::RecordArray<CVRXoutRufRuleDesignRuleStack, CVRXoutRufRuleDesignRuleStackArray> {
  public:
   /// The first stack of that name, or null; it stays the array's.
   CVRXoutRufRuleDesignRuleStack* Find(CString sName) const;
@@ -105,7 +105,7 @@ class CVRXoutRufRuleTraceRuleStackEachLayer final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufRuleTraceRuleStackEachLayerArray
-    : public laminate::RecordArray<CVRXoutRufRuleTraceRuleStackEachLayerArray, CVRXoutRufRuleTraceRuleStackEachLayer> {
+    : public laminate::RecordArray<CVRXoutRufRuleTraceRuleStackEachLayer, CVRXoutRufRuleTraceRuleStackEachLayerArray> {
  public:
   /// The first record of that layer, or null; it stays the array's.
   CVRXoutRufRuleTraceRuleStackEachLayer* Find(int nLayerNo) const;
@@ -140,7 +140,7 @@ class CVRXoutRufRuleTraceRuleStack final : public laminate::Pooled {
 
 /// Owns its elements.
 class CVRXoutRufRuleTraceRuleStackArray
-    : public laminate::RecordArray<CVRXoutRufRuleTraceRuleStackArray, CVRXoutRufRuleTraceRuleStack> {
+    : public laminate::RecordArray<CVRXoutRufRuleTraceRuleStack, CVRXoutRufRuleTraceRuleStackArray> {
  public:
   /// The first stack of that name, or null; it stays the array's.
   CVRXoutRufRuleTraceRuleStack* Find(CString sName) const;

@@ -44,7 +44,7 @@ class CVRXoutRufStackupLayer final : public laminate::Pooled {
 };
 
 /// Layers from the top of the board to its bottom, in file order; owns them.
-class CVRXoutRufStackupLayerArray : public laminate::RecordArray<CVRXoutRufStackupLayerArray, CVRXoutRufStackupLayer> {
+class CVRXoutRufStackupLayerArray : public laminate::RecordArray<CVRXoutRufStackupLayer, CVRXoutRufStackupLayerArray> {
 };
 
 /// A board's physical build-up. It is not copied: assignment leaves the target as it is, a copy is an empty stack-up

@@ -10,8 +10,6 @@
 //
 // Archive form of a record: a version word, that of its class, then the fields. A version word that the class does not
 // know ends the load of the record with nothing more read. Copying replaces the contents of arrays by clones.
-#include <memory>
-#include <tuple>
 #include <type_traits>
 
 #include "base/CArchive.h"
@@ -57,13 +55,6 @@ T& Pointee(T* p) {
   if (p == nullptr) [[unlikely]]
     AfxThrowInvalidArgException();
   return *p;
-}
-
-/// Makes the objects that a constructor owes the pointer fields of its record: all of them, or an exception and none.
-template <class... T>
-void MakeOwned(T*&... fields) {
-  std::tuple<std::unique_ptr<T>...> made{std::make_unique<T>()...};
-  std::apply([&](std::unique_ptr<T>&... p) { ((fields = p.release()), ...); }, made);
 }
 
 namespace record_detail {
@@ -119,6 +110,7 @@ void SerializeRecord(CArchive& ar, T& record) {
 /// Copies the fields of `source` to those of another object.
 template <class T>
 void CopyRecord(T& target, const T& source) {
+  if (&target == &source) return;
   T::Fields().ForEach([&](auto field) {
     if constexpr (!field.Is(kNotCopied)) {
       if constexpr (field.Is(kShared)) {

@@ -1,0 +1,209 @@
+#include "designdata/CPC_BD_OutClsGet.h"
+
+#include <algorithm>
+#include <string>
+#include <system_error>
+
+#include "base/BKUtility.h"
+#include "base/FileSystem.h"
+#include "base/XTokenString.h"
+#include "designdata/ComponentFile.h"
+#include "designdata/LineScanner.h"
+#include "designdata/NameReferences.h"
+#include "designdata/PackageFile.h"
+#include "designdata/PartsFile.h"
+#include "designdata/RecordLookup.h"
+#include "designdata/RuleFile.h"
+#include "reader/CECadCls.h"
+
+using laminate::FindFirst;
+using laminate::LoadStatus;
+using laminate::Pointee;
+
+CPC_BD_OutClsGet::CPC_BD_OutClsGet() {
+  laminate::MakeOwned(m_pPackageArray, m_pStackup, m_pLcdbCmpCompArray, m_pPrfFunctionArray, m_pPrfPinAssignArray,
+                      m_pRufCompArray, m_pPrfPartArray, m_pRufNetArray, m_pRufRuleArray, m_pRufRuleBoardArray,
+                      m_pDesignRuleStackArray, m_pTraceRuleStackArray, m_pElectricalNetArray, m_pBoardSpec);
+}
+
+CPC_BD_OutClsGet::CPC_BD_OutClsGet(const CPC_BD_OutClsGet& source) : CPC_BD_OutClsGet() { *this = source; }
+
+CPC_BD_OutClsGet& CPC_BD_OutClsGet::operator=(const CPC_BD_OutClsGet& source) {
+  if (this == &source) return *this;
+  // The unit takes the host's text: hosts that copy a facade keep what they want to know of it there.
+  m_sUnit = source.m_sHostText;
+  laminate::CopyRecord(*this, source);
+  return *this;
+}
+
+CPC_BD_OutClsGet::~CPC_BD_OutClsGet() {
+  delete m_pPackageArray;
+  delete m_pStackup;
+  delete m_pLcdbCmpCompArray;
+  delete m_pPrfFunctionArray;
+  delete m_pPrfPinAssignArray;
+  delete m_pRufCompArray;
+  delete m_pPrfPartArray;
+  delete m_pRufNetArray;
+  delete m_pRufRuleArray;
+  delete m_pRufRuleBoardArray;
+  delete m_pDesignRuleStackArray;
+  delete m_pTraceRuleStackArray;
+  delete m_pElectricalNetArray;
+  delete m_pBoardSpec;
+}
+
+void CPC_BD_OutClsGet::Serialize(CArchive& ar) { laminate::SerializeRecord(ar, *this); }
+CPC_BD_OutClsGet* CPC_BD_OutClsGet::clone() const { return new CPC_BD_OutClsGet(*this); }
+
+// The unit is held against what the assignment gives it, so that a copy's unit counts as equal.
+int CPC_BD_OutClsGet::operator==(const CPC_BD_OutClsGet& other) const {
+  return this == &other || (m_sUnit == other.m_sHostText && laminate::EqualRecords(*this, other));
+}
+
+namespace {
+
+// Reads a line-scanned file whole and scans it. A file that cannot be read changes nothing.
+template <class Scan>
+LoadStatus ScanFile(const CString& sPath, Scan&& scan) {
+  LoadStatus status;
+  std::string sText;
+  const int nError = laminate::ReadWholeFile(sPath.GetString(), sText);
+  if (nError != 0) {
+    status.Set(LoadStatus::Result::cannotOpen, sPath, 0, 0, CString(std::generic_category().message(-nError).c_str()));
+  } else {
+    scan(std::string_view(sText));
+  }
+  return status;
+}
+
+}  // namespace
+
+void CPC_BD_OutClsGet::vGetOutPackageArray(CString sPath) {
+  m_status = ScanFile(sPath, [&](std::string_view sText) {
+    if (m_pReferences != nullptr) m_pReferences->CanDefine(laminate::NameKind::package);
+    laminate::ScanPackageFile(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
+  });
+}
+
+void CPC_BD_OutClsGet::vGetOutPrfPartArray(CString sPath) {
+  m_status = ScanFile(sPath, [&](std::string_view sText) {
+    if (m_pReferences != nullptr) {
+      m_pReferences->CanDefine(laminate::NameKind::pinAssign);
+      m_pReferences->CanDefine(laminate::NameKind::function);
+    }
+    laminate::ScanPartsFile(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
+  });
+}
+
+void CPC_BD_OutClsGet::vGetOutLcdbCmpCompArray(CString sPath) {
+  m_status = ScanFile(sPath, [&](std::string_view sText) {
+    laminate::ScanComponentFile(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
+  });
+}
+
+void CPC_BD_OutClsGet::vGetOutRufCompAndNetArray(CString sPath) {
+  m_status = LoadStatus();
+  CECadCls reader;
+  reader.m_sFileName = sPath;
+  reader.m_pDiagnostics = m_pDiagnostics;
+  reader.nParseFile(0);
+  m_status = reader.m_status;
+  try {
+    laminate::ReadRuleFile(*this, reader, m_pDiagnostics);
+  } catch (const CInvalidArgException& e) {
+    m_status.Set(LoadStatus::Result::invalidContent, sPath, e.m_nLine, 0, CString(e.what()));
+    throw;
+  }
+}
+
+void CPC_BD_OutClsGet::SetDiagnostics(laminate::Diagnostics* pDiagnostics) {
+  m_pDiagnostics = pDiagnostics;
+  m_pReferences = pDiagnostics == nullptr ? nullptr : std::make_unique<laminate::NameReferences>();
+}
+
+void CPC_BD_OutClsGet::ReportUndefinedNames() const {
+  if (m_pReferences != nullptr) m_pReferences->Report(*m_pDiagnostics);
+}
+
+CVRXoutPackage* CPC_BD_OutClsGet::pGetOutPackageFromArray(CString sName) const {
+  return FindFirst(Pointee(m_pPackageArray), &CVRXoutPackage::m_sName, sName);
+}
+
+CVRXoutPackage* CPC_BD_OutClsGet::pGetOutPackageFromArrayWithFootprintName(CString) const {
+  // What is compared with is always empty, and hosts know the answers that this gives.
+  for (CVRXoutPackage* pPackage : Pointee(m_pPackageArray)) {
+    if (pPackage == nullptr) continue;
+    for (const CVRXoutPackageMountForm* pForm : Pointee(pPackage->m_pMountFormArray)) {
+      if (pForm != nullptr && (pForm->m_sFootprintRef.IsEmpty() || pForm->m_sBottomFootprint.IsEmpty())) {
+        return pPackage;
+      }
+    }
+  }
+  return nullptr;
+}
+
+CVRXoutPrfFunction* CPC_BD_OutClsGet::pGetOutPrfFunctionWithName(CString sName) const {
+  return FindFirst(Pointee(m_pPrfFunctionArray), &CVRXoutPrfFunction::m_sName, sName);
+}
+
+CVRXoutPrfPinAssign* CPC_BD_OutClsGet::pGetOutPrfPinAssignWithName(CString sName) const {
+  return FindFirst(Pointee(m_pPrfPinAssignArray), &CVRXoutPrfPinAssign::m_sName, sName);
+}
+
+CVRXoutRufComp* CPC_BD_OutClsGet::pGetOutRufCompFromArray(CString sName) const {
+  return FindFirst(Pointee(m_pRufCompArray), &CVRXoutRufComp::m_sName, sName);
+}
+
+CVRXoutRufNet* CPC_BD_OutClsGet::pGetOutRufNetFromName(CString sName) const {
+  return FindFirst(Pointee(m_pRufNetArray), &CVRXoutRufNet::m_sName, sName);
+}
+
+CVRXoutPrfPart* CPC_BD_OutClsGet::pGetOutPrfPartFromPackageRefName(CString sPackageRef) const {
+  return FindFirst(Pointee(m_pPrfPartArray), &CVRXoutPrfPart::m_sPackageRef, sPackageRef);
+}
+
+CVRXoutPrfPart* CPC_BD_OutClsGet::pGetBDoutPrfPartFromArrayWithPackageName(CString sPackageRef) const {
+  return pGetOutPrfPartFromPackageRefName(sPackageRef);
+}
+
+CVRXoutPrfPart* CPC_BD_OutClsGet::pGetOutPrfPartFromArray(CString sName) const {
+  const CVRXoutPrfPartArray& parts = Pointee(m_pPrfPartArray);
+  if (CVRXoutPrfPart* pPart = FindFirst(parts, &CVRXoutPrfPart::m_sName, sName)) return pPart;
+  for (CVRXoutPrfPart* pPart : parts) {
+    if (pPart == nullptr) continue;
+    CString sFolderName = pPart->m_sName;
+    BKUtility::GetInstance()->ConvertStringForVaildFolderName(sFolderName);
+    if (sFolderName == sName) return pPart;
+  }
+  return nullptr;
+}
+
+CString CPC_BD_OutClsGet::GetPinTypeWithPinNo(CString sFunctionName, int nPinNo) const {
+  CString sType;
+  const CVRXoutPrfFunction* pFunction = pGetOutPrfFunctionWithName(sFunctionName);
+  if (pFunction == nullptr) return sType;
+  // The last port of that number counts.
+  for (const CVRXoutPrfFunctionPort* pPort : Pointee(pFunction->m_pPortArray)) {
+    if (pPort != nullptr && pPort->m_nSymbPinId == nPinNo) sType = pPort->m_sPortType;
+  }
+  return sType;
+}
+
+int CPC_BD_OutClsGet::bIsInCStringArray(CStringArray& arr, CString s) const {
+  return std::find(arr.begin(), arr.end(), s) != arr.end();
+}
+
+CString CPC_BD_OutClsGet::sGetNthColumn(CString sLine, int n) const { return laminate::NthColumn(sLine, n); }
+
+int CPC_BD_OutClsGet::nGetColumnCount(CString sLine) const {
+  return static_cast<int>(laminate::CountColumns(sLine.View()));
+}
+
+void CPC_BD_OutClsGet::vCleanString(CString& s) const {
+  if (!s.IsEmpty() && s[0] == '"') {
+    s.Remove('"');
+  } else {
+    s.TrimRight(')').TrimRight('"');
+  }
+}

@@ -1,0 +1,194 @@
+#include "designdata/CVRXoutPrfPart.h"
+
+#include <algorithm>
+#include <functional>
+#include <string_view>
+#include <unordered_set>
+#include <utility>
+#include <vector>
+
+#include "base/WriterText.h"
+#include "designdata/RecordLookup.h"
+
+namespace {
+
+constexpr std::string_view kUver = "uver";
+
+// Properties that stand in the file as a keyword of their own, with the value as it is.
+constexpr std::string_view kSkipList[] = {"uver",     "useInSchema",      "useInLayout", "inPartsList",
+                                          "partType", "placeRestriction", "polarity",    "designation"};
+
+bool IsInSkipList(std::string_view sKey) {
+  return std::find(std::begin(kSkipList), std::end(kSkipList), sKey) != std::end(kSkipList);
+}
+
+struct KeyAndValue {
+  std::string_view key;
+  std::string_view value;
+  bool operator==(const KeyAndValue&) const = default;
+};
+struct KeyAndValueHash {
+  std::size_t operator()(const KeyAndValue& s) const {
+    const std::hash<std::string_view> hash;
+    return hash(s.key) * 31 + hash(s.value);
+  }
+};
+
+// Of properties with equal key and value the last one stays; the others keep their order.
+void RemoveDuplicates(CLPropertyArray& properties) {
+  std::unordered_set<KeyAndValue, KeyAndValueHash> seen;
+  std::vector<bool> gone(static_cast<std::size_t>(properties.GetSize()));
+  bool bAny = false;
+  for (std::size_t i = gone.size(); i-- > 0;) {
+    const CLProperty* p = properties.GetData()[i];
+    if (p == nullptr) continue;
+    gone[i] = !seen.insert({p->m_sItem.View(), p->m_sComment.View()}).second;
+    bAny |= gone[i];
+  }
+  if (!bAny) return;
+  INT_PTR nKept = 0;
+  for (std::size_t i = 0; i < gone.size(); ++i) {
+    CLProperty* p = properties.GetData()[i];
+    if (gone[i]) {
+      delete p;
+    } else {
+      properties.GetData()[nKept++] = p;
+    }
+  }
+  properties.SetSize(nKept);
+}
+
+}  // namespace
+
+CVRXoutPrfPartGateDef::CVRXoutPrfPartGateDef() { laminate::MakeOwned(m_pPropertyArray); }
+CVRXoutPrfPartGateDef::~CVRXoutPrfPartGateDef() { delete m_pPropertyArray; }
+
+void CVRXoutPrfPartGateDef::Write(laminate::TextOut& out) {
+  for (CString& s : m_aPortRefs) {
+    laminate::DoublePercents(s);
+    out.Print<"(gateTermDef (portRef \"%s\"))\n">(s);
+  }
+}
+
+int CVRXoutPrfPartGateDef::nPrint2File(FILE* fp) {
+  return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out); });
+}
+
+CVRXoutPrfPart::CVRXoutPrfPart() {
+  laminate::MakeOwned(m_pPortArray, m_pGateDefArray, m_pPropertyArray, m_pStockPropertyArray);
+}
+
+CVRXoutPrfPart::CVRXoutPrfPart(const CVRXoutPrfPart& source) : Pooled() { *this = source; }
+
+CVRXoutPrfPart& CVRXoutPrfPart::operator=(const CVRXoutPrfPart& source) {
+  if (this == &source) return *this;
+  LetGo();
+  laminate::CopyRecord(*this, source);
+  JoinRing(source);
+  return *this;
+}
+
+CVRXoutPrfPart::~CVRXoutPrfPart() { LetGo(); }
+void CVRXoutPrfPart::Serialize(CArchive& ar) { laminate::SerializeRecord(ar, *this); }
+CVRXoutPrfPart* CVRXoutPrfPart::clone() const { return new CVRXoutPrfPart(*this); }
+int CVRXoutPrfPart::operator==(const CVRXoutPrfPart& other) const { return laminate::EqualRecords(*this, other); }
+
+bool CVRXoutPrfPart::Holds(const void* p) const {
+  return p == m_pPortArray || p == m_pGateDefArray || p == m_pPropertyArray || p == m_pStockPropertyArray;
+}
+
+bool CVRXoutPrfPart::HeldByACopy(const void* p) const {
+  // An array that came in after the last copying is this part's alone: no need to ask round.
+  if (std::find(std::begin(m_apShared), std::end(m_apShared), p) == std::end(m_apShared)) return false;
+  for (const CVRXoutPrfPart* pPart = m_pNextCopy; pPart != this; pPart = pPart->m_pNextCopy) {
+    if (pPart->Holds(p)) return true;
+  }
+  return false;
+}
+
+void CVRXoutPrfPart::LetGo() {
+  const auto letGo = [this](auto*& pField) {
+    auto* p = std::exchange(pField, nullptr);
+    if (p != nullptr && !Holds(p) && !HeldByACopy(p)) delete p;
+  };
+  letGo(m_pPortArray);
+  letGo(m_pGateDefArray);
+  letGo(m_pPropertyArray);
+  letGo(m_pStockPropertyArray);
+  m_pNextCopy->m_pPreviousCopy = m_pPreviousCopy;
+  m_pPreviousCopy->m_pNextCopy = m_pNextCopy;
+  m_pNextCopy = m_pPreviousCopy = this;
+}
+
+void CVRXoutPrfPart::JoinRing(const CVRXoutPrfPart& source) {
+  m_apShared = {m_pPortArray, m_pGateDefArray, m_pPropertyArray, m_pStockPropertyArray};
+  source.m_apShared = m_apShared;
+  m_pPreviousCopy = &source;
+  m_pNextCopy = source.m_pNextCopy;
+  m_pNextCopy->m_pPreviousCopy = this;
+  source.m_pNextCopy = this;
+}
+
+void CVRXoutPrfPart::Write(laminate::TextOut& out) {
+  CLPropertyArray& properties = laminate::Pointee(m_pPropertyArray);
+  const laminate::OpenForm part = laminate::Form<"(part \"%s\"\n">(out, m_sName);
+  for (const CLProperty* p : properties) {
+    if (p != nullptr && p->m_sItem == kUver) out.Print<"(%s %s)\n">(p->m_sItem, p->m_sComment);
+  }
+  out.Print<"(packageRef \"%s\")\n">(m_sPackageRef);
+  if (!m_sPinAssignRef.IsEmpty()) out.Print<"(pinAssignRef \"%s\")\n">(m_sPinAssignRef);
+  WriteInterface(out);
+  if (!m_sPartClass.IsEmpty()) out.Print<"(partClass %s)\n">(m_sPartClass);
+  if (!m_sStockInfo.IsEmpty()) out.Print<"(stockInfo \"%s\" (default))\n">(m_sStockInfo);
+  RemoveDuplicates(properties);
+  for (const CLProperty* p : properties) {
+    if (p == nullptr || p->m_sItem == kUver) continue;
+    if (IsInSkipList(p->m_sItem.View())) {
+      out.Print<"(%s %s)\n">(p->m_sItem, p->m_sComment);
+    } else {
+      CString sValue = p->m_sComment;
+      sValue.Remove(')');
+      sValue.Remove('(');
+      out.Print<"(property \"%s\" \"%s\")\n">(p->m_sItem, sValue);
+    }
+  }
+}
+
+void CVRXoutPrfPart::WriteInterface(laminate::TextOut& out) const {
+  const CVRXoutPrfPartPortArray& ports = laminate::Pointee(m_pPortArray);
+  if (std::all_of(ports.begin(), ports.end(), [](const CVRXoutPrfPartPort* p) { return p == nullptr; })) return;
+  const laminate::OpenForm form = laminate::Form<"(interface\n">(out);
+  for (const CVRXoutPrfPartPort* p : ports) {
+    if (p == nullptr) continue;
+    if (p->m_sPortType.IsEmpty()) {
+      out.Print<"(port \"%s\" (symbPinId %d) (portName \"%s\"))\n">(p->m_sPortNo, p->m_nSymbPinId, p->m_sPortName);
+    } else {
+      out.Print<"(port \"%s\" (symbPinId %d) (portName \"%s\") (portType %s))\n">(p->m_sPortNo, p->m_nSymbPinId,
+                                                                                  p->m_sPortName, p->m_sPortType);
+    }
+  }
+}
+
+int CVRXoutPrfPart::nPrint2File(FILE* fp) {
+  return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out); });
+}
+
+int CVRXoutPrfPart::GetSymbolPinIDWithPortNo(CString sPortNo) const {
+  const auto* p = laminate::FindFirst(laminate::Pointee(m_pPortArray), &CVRXoutPrfPartPort::m_sPortNo, sPortNo);
+  return p == nullptr ? 0 : p->m_nSymbPinId;
+}
+
+CString CVRXoutPrfPart::sGetPropertyWithKeyWord(CString sKey) const {
+  const auto* p = laminate::FindFirst(laminate::Pointee(m_pPropertyArray), &CLProperty::m_sItem, sKey);
+  return p == nullptr ? CString() : p->m_sComment;
+}
+
+int CVRXoutPrfPart::bIsInSkipList(CString sKey) const { return IsInSkipList(sKey.View()); }
+
+int CVRXoutPrfPartArray::bExistSameUpfWithPartName(CString sName) const {
+  return laminate::FindFirst(*this, &CVRXoutPrfPart::m_sName, sName) != nullptr;
+}
+
+CVRXoutPrfPart* laminate::FindPartByPinAssign(const CVRXoutPrfPartArray* pParts, const CString& sPinAssign) {
+  return FindFirst(Pointee(pParts), &CVRXoutPrfPart::m_sPinAssignRef, sPinAssign);
+}

@@ -1,0 +1,64 @@
+#include "designdata/LineScanner.h"
+
+#include <algorithm>
+
+#include "base/XTokenString.h"
+
+namespace laminate {
+
+bool ScannedLine::Take(std::string_view sLine, int nNumber) {
+  const std::size_t n = sLine.find_first_not_of(" \t\n\v\f\r");
+  if (n == std::string_view::npos) return false;
+  m_sText = sLine.substr(n);
+  m_nNumber = nNumber;
+  m_nPosition = static_cast<int>(n) + 1;
+  SplitColumns(m_sText, m_columns);
+  return true;
+}
+
+std::size_t CountColumns(std::string_view s) {
+  constexpr int kMaxColumns = 100;
+  const auto trimLeft = [](std::string_view t) { return t.substr(std::min(t.find_first_not_of(' '), t.size())); };
+  s = trimLeft(s);
+  s = s.substr(0, s.find_last_not_of(' ') + 1);
+  std::size_t nBlank = 0;
+  for (std::size_t i = 0; i < kMaxColumns; ++i) {
+    nBlank = s.find(' ');
+    if (nBlank == std::string_view::npos) return i + 1;
+    s = trimLeft(s.substr(nBlank));
+  }
+  return nBlank;
+}
+
+void ScanReport::NotClosed(int nLine, std::string_view sWhat, const CString& sName, std::string_view sEffect) const {
+  if (!IsWanted()) return;
+  std::string s(sWhat);
+  if (!sName.IsEmpty()) {
+    s += " \"";
+    s += sName.View();
+    s += '"';
+  }
+  s += " is not closed: ";
+  s += sEffect;
+  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, nLine, 1, CString(std::string_view(s)));
+}
+
+void ScanReport::Skipped(const ScannedLine& line, std::string_view sWhere) const {
+  std::string s = "\"";
+  s += line.Column(1);
+  s += "\" means nothing ";
+  s += sWhere;
+  s += ": the line is skipped";
+  m_pDiagnostics->Add(Diagnostic::Severity::note, m_sFile, line.Number(), line.Position(),
+                      CString(std::string_view(s)));
+}
+
+void ScanReport::OnNothing(const ScannedLine& line) const {
+  std::string s = "there is nothing yet that \"";
+  s += line.Column(1);
+  s += "\" could belong to: the line is skipped";
+  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, line.Number(), line.Position(),
+                      CString(std::string_view(s)));
+}
+
+}  // namespace laminate

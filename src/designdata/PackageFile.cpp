@@ -1,0 +1,146 @@
+#include "designdata/PackageFile.h"
+
+#include "designdata/CPC_BD_OutClsGet.h"
+#include "designdata/LineScanner.h"
+
+// A package file, one element a line:
+//
+//   (unit mm)
+//   (package "NAME"
+//     (type SMD)
+//     (uver 1)
+//     (mountForm default
+//       (footprintRef "F")
+//       (bottomFootprint "B")
+//       (spec "reflow")
+//     )
+//   )
+//
+// A package enters the facade, and a mount form its package, at the closing line.
+
+namespace laminate {
+namespace {
+
+class PackageScanner {
+ public:
+  /// How many blocks are open. A mount form may stand outside a package; then it is the only block.
+  enum class State { noBlock, oneBlock, twoBlocks, moreBlocks };
+  State m_state = State::noBlock;
+
+  PackageScanner(CPC_BD_OutClsGet& data, const ScanReport& report) : m_data(data), m_report(report) {}
+
+  static std::string_view Describe(State state) {
+    constexpr std::string_view kWhere[] = {"outside a package", "inside a package", "inside a mount form",
+                                           "inside a mount form that stands in another one"};
+    return kWhere[static_cast<std::size_t>(state)];
+  }
+
+  Outcome SetUnit(const ScannedLine& line) {
+    m_data.m_sUnit = line.TrimmedValue(2);
+    return Outcome::next;
+  }
+  Outcome OpenPackage(const ScannedLine& line) {
+    ReportDropped();
+    m_package.Make(line).m_sName = line.Value(2);
+    m_report.Defines(NameKind::package, line, line.Column(2));
+    return Outcome::next;
+  }
+  Outcome SetUver(const ScannedLine& line) {
+    if (!m_package) return Outcome::noRecord;
+    m_package->m_nUver = Atoi(ScannedLine::WithoutClosing(line.Column(2)));
+    return Outcome::next;
+  }
+  Outcome SetType(const ScannedLine& line) {
+    if (!m_package) return Outcome::noRecord;
+    m_package->m_sType = line.TrimmedValue(2);
+    return Outcome::next;
+  }
+  Outcome ClosePackage(const ScannedLine&) {
+    if (!m_package) return Outcome::noRecord;
+    m_package.Enter(Pointee(m_data.m_pPackageArray));
+    return Outcome::next;
+  }
+  Outcome OpenMountForm(const ScannedLine& line) {
+    ReportMountForm();
+    m_mountForm.Make(line).m_sMountForm = line.TrimmedValue(2);
+    return Outcome::next;
+  }
+  Outcome SetFootprint(const ScannedLine& line) {
+    if (!m_mountForm) return Outcome::noRecord;
+    m_mountForm->m_sFootprintRef = line.TrimmedValue(2);
+    return Outcome::next;
+  }
+  Outcome SetBottomFootprint(const ScannedLine& line) {
+    if (!m_mountForm) return Outcome::noRecord;
+    m_mountForm->m_sBottomFootprint = line.TrimmedValue(2);
+    return Outcome::next;
+  }
+  Outcome SetSpec(const ScannedLine& line) {
+    if (!m_mountForm) return Outcome::noRecord;
+    CString s = line.TrimmedValue(2);
+    s.Remove('"');
+    m_mountForm->m_sSpec = s.IsEmpty() ? CString("default") : s;
+    return Outcome::next;
+  }
+  Outcome CloseMountForm(const ScannedLine&) {
+    if (!m_package || !m_mountForm) return Outcome::noRecord;
+    m_mountForm.Enter(Pointee(m_package->m_pMountFormArray));
+    m_mountForm.Forget();
+    return Outcome::next;
+  }
+
+  void ReportDropped() {
+    ReportMountForm();
+    if (m_package.IsOpen()) m_report.NotClosed(m_package.Line(), "package", m_package->m_sName, "it is dropped");
+  }
+
+ private:
+  void ReportMountForm() {
+    // A mount form outlives the package around it; it is told of once.
+    if (!m_mountForm.IsOpen() || m_nReportedLine == m_mountForm.Line()) return;
+    m_nReportedLine = m_mountForm.Line();
+    m_report.NotClosed(m_mountForm.Line(), "mount form", m_mountForm->m_sMountForm, "it is dropped");
+  }
+
+  CPC_BD_OutClsGet& m_data;
+  const ScanReport& m_report;
+  CurrentRecord<CVRXoutPackage> m_package;
+  CurrentRecord<CVRXoutPackageMountForm> m_mountForm;
+  int m_nReportedLine = 0;
+};
+
+using P = PackageScanner;
+using S = PackageScanner::State;
+
+constexpr auto kPackageLines = MakeTransitions<PackageScanner>({
+    // in every block
+    {{}, "(Japanese_coding:"},
+    {{}, "(unit", &P::SetUnit},
+    {{}, "(package", &P::OpenPackage, S::oneBlock},
+    {{}, "(uver", &P::SetUver},
+    {{}, "(type", &P::SetType},
+    {{}, "(footprintRef", &P::SetFootprint},
+    {{}, "(bottomFootprint", &P::SetBottomFootprint},
+
+    {S::noBlock, "(mountForm", &P::OpenMountForm, S::oneBlock},
+
+    {S::oneBlock, "(mountForm", &P::OpenMountForm, S::twoBlocks},
+    {S::oneBlock, ")", &P::ClosePackage, S::noBlock},
+
+    {S::twoBlocks, "(mountForm", &P::OpenMountForm, S::moreBlocks},
+    {S::twoBlocks, "(spec", &P::SetSpec},
+    {S::twoBlocks, ")", &P::CloseMountForm, S::oneBlock},
+
+    // no ")" counts any more: only a new package leads out
+    {S::moreBlocks, "(mountForm", &P::OpenMountForm},
+});
+
+}  // namespace
+
+void ScanPackageFile(CPC_BD_OutClsGet& data, std::string_view sText, const ScanReport& report) {
+  PackageScanner scanner(data, report);
+  ScanText(kPackageLines, scanner, sText, report);
+  scanner.ReportDropped();
+}
+
+}  // namespace laminate

@@ -1,0 +1,13 @@
+#pragma once
+#include <string_view>
+
+class CPC_BD_OutClsGet;
+
+namespace laminate {
+
+class ScanReport;
+
+/// Reads the text of a package file into the facade.
+void ScanPackageFile(CPC_BD_OutClsGet& data, std::string_view sText, const ScanReport& report);
+
+}  // namespace laminate
