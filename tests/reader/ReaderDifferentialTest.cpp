@@ -1,0 +1,180 @@
+// The reader against the plain transcription of its rules: every short text, and many longer ones.
+#include <gtest/gtest.h>
+
+#include <random>
+
+#include "reader/ReaderTestSupport.h"
+
+namespace {
+
+std::string Escaped(const std::string& text) {
+  std::string s;
+  for (unsigned char c : text) {
+    if (c == '\n') {
+      s += "\\n";
+    } else if (c < 0x20 || c > 0x7E) {
+      char hex[8];
+      std::snprintf(hex, sizeof hex, "<%02X>", c);
+      s += hex;
+    } else {
+      s += static_cast<char>(c);
+    }
+  }
+  return s;
+}
+
+// Calls back with every text of up to `length` bytes of the alphabet.
+template <class Callback>
+void ForEveryText(const std::string& alphabet, std::size_t length, Callback callback) {
+  std::string text;
+  std::vector<std::size_t> digits;
+  for (std::size_t n = 0; n <= length; ++n) {
+    digits.assign(n, 0);
+    text.assign(n, alphabet[0]);
+    for (;;) {
+      callback(text);
+      std::size_t i = 0;
+      while (i < n && ++digits[i] == alphabet.size()) {
+        digits[i] = 0;
+        text[i] = alphabet[0];
+        ++i;
+      }
+      if (i == n) break;
+      text[i] = alphabet[digits[i]];
+    }
+  }
+}
+
+class Differential : public testing::Test {
+ protected:
+  // False when something differs, so that a loop over very many texts ends at the first one.
+  bool SameFile(const std::string& text) {
+    return Same(text, "file", m_parser.File(text), ToOutcome(plain::ParseFile(text))) &&
+           Same(text, "file, quotes end at line ends", m_parser.File(text, true),
+                ToOutcome(plain::ParseFile(text, true))) &&
+           Same(text, "file, stops at the form's end", m_parser.File(text, false, true),
+                ToOutcome(plain::ParseFile(text, false, true)));
+  }
+  bool SameNamed(const std::string& text, const std::string& name) {
+    return Same(text, "named form", m_parser.Named(text, name), ToOutcome(plain::ParseNamedForm(text, name)));
+  }
+  bool SameAt(const std::string& text, std::size_t offset) {
+    return Same(text, "form at an offset", m_parser.At(text, offset), ToOutcome(plain::ParseFormAt(text, offset)));
+  }
+  // Remarks change nothing of what a parse gives.
+  bool SameWithDiagnostics(const std::string& text) {
+    laminate::Diagnostics diagnostics;
+    return Same(text, "file with diagnostics", m_parser.File(text, false, false, &diagnostics),
+                ToOutcome(plain::ParseFile(text))) &&
+           Same(text, "form at an offset with diagnostics", m_parser.At(text, 0, &diagnostics),
+                ToOutcome(plain::ParseFormAt(text, 0)));
+  }
+
+ private:
+  bool Same(const std::string& text, const char* parse, const Outcome& outcome, const Outcome& expected) {
+    if (outcome == expected) return true;
+    ADD_FAILURE() << parse << " of " << Escaped(text) << "\n  gives " << outcome << "\n  not   " << expected;
+    return false;
+  }
+  TextParser m_parser;
+};
+
+TEST_F(Differential, EveryShortText) {
+  bool same = true;
+  ForEveryText("()\"\\ a\n\x95", 6, [&](const std::string& text) { same = same && SameFile(text) && SameAt(text, 0); });
+}
+
+TEST_F(Differential, EveryShortTextInAForm) {
+  bool same = true;
+  ForEveryText("()\"\\ a\n\x95", 5, [&](const std::string& text) {
+    same = same && SameFile("(a \"" + text + "\" b)") && SameAt("(a \"" + text + "\" b)", 0);
+    same = same && SameFile("(a b" + text + ")") && SameAt("(a b" + text + ")", 0);
+  });
+}
+
+TEST_F(Differential, EveryShortTextBehindANamedForm) {
+  bool same = true;
+  ForEveryText("()\"\\ a\n", 6, [&](const std::string& text) { same = same && SameNamed("(a\n" + text, "a"); });
+  ForEveryText("( )a\t\n", 6, [&](const std::string& text) { same = same && SameNamed(text, "a"); });
+}
+
+TEST_F(Differential, EveryShortTextWithCommentsAndLineEnds) {
+  bool same = true;
+  ForEveryText("()\"a\r\n/", 6, [&](const std::string& text) {
+    same = same && SameFile(text) && SameAt(text, 0) && SameNamed("(a\n" + text, "a");
+  });
+}
+
+TEST_F(Differential, EveryShortStringOnALineOfItsOwn) {
+  // Quotes after backslashes, several strings a line: the rest of the line decides.
+  bool same = true;
+  ForEveryText("\"\\) a", 8, [&](const std::string& text) { same = same && SameFile("(\"" + text); });
+}
+
+TEST_F(Differential, RandomTexts) {
+  std::mt19937 random(1);
+  const std::vector<std::string> pieces = {"(",    ")",     "\"",   "\\\"", "\\",   " ",     "a",    "bc",    "\n",
+                                           "\r\n", "//",    "\t",   "\x95", "\x5C", "(net ", "\")",  "\\\")", "\r",
+                                           "\x1A", "\x81/", "\v\f", "12.5", "  ",   "()",    "\"\"", "\" \""};
+  bool same = true;
+  for (int i = 0; i < 20000 && same; ++i) {
+    std::string text = i % 3 == 0 ? "(a\n" : i % 3 == 1 ? "(a \"" : "";
+    const std::size_t n = random() % 60;
+    for (std::size_t k = 0; k < n; ++k) {
+      // A NUL is an ordinary byte.
+      if (random() % 100 == 0) {
+        text += '\0';
+      } else {
+        text += pieces[random() % pieces.size()];
+      }
+    }
+    same = SameFile(text) && SameAt(text, random() % (text.size() + 2)) && SameNamed(text, "a") &&
+           SameWithDiagnostics(text);
+  }
+}
+
+TEST_F(Differential, RandomLinesOfManyStrings) {
+  // So long that a line gets its index.
+  std::mt19937 random(2);
+  bool same = true;
+  for (int i = 0; i < 6 && same; ++i) {
+    std::string text = "(a ";
+    for (int k = 0; k < 900; ++k) {
+      text += '"';
+      const std::size_t n = 1 + random() % 3;
+      for (std::size_t j = 0; j < n; ++j) text += std::string(random() % 3, "ab"[random() % 2]) + "\\\"";
+      text += random() % 40 == 0 ? "\")" : "x\" ";
+    }
+    same = SameFile(text + ")\n");
+  }
+}
+
+TEST_F(Differential, OffsetsOfForms) {
+  TextParser parser;
+  std::mt19937 random(3);
+  const std::vector<std::string> pieces = {"(net a", "(net \"a b\"", "\n",   "\r\n", " ",
+                                           "\t",     "//",           "(net", "a",    "(pin a"};
+  const std::vector<std::string> names = {"a", "b", "\"a b\"", "a", ""};
+  for (int i = 0; i < 20000; ++i) {
+    std::string text;
+    const std::size_t n = random() % 12;
+    for (std::size_t k = 0; k < n; ++k) text += pieces[random() % pieces.size()];
+    ASSERT_EQ(parser.Offsets(text, "net", names), plain::CollectFormOffsets(text, "net", names)) << Escaped(text);
+  }
+}
+
+// What any prefix of a sound file gives.
+TEST_F(Differential, EveryPrefixOfAFile) {
+  std::string text =
+      "(pcf\n(header\n(version 2.0)\n(timeZone \"\")\n)\n// a comment (with a bracket\n(net \"VCC 3V3\"\n(pen 1))\r\n"
+      "(text \"one\n  two\n//dropped\nthree\\\"four\" 5)\n\t(path \"C:\\dir\\\")\n(sjis \"\x95\x5C\" "
+      "\"\x83\x5C\")\n(a(b)c)\n)\n";
+  for (int i = 0; i < 3; ++i) text += text;
+  bool same = true;
+  for (std::size_t n = 0; n <= text.size() && same; ++n) {
+    const std::string prefix = text.substr(0, n);
+    same = SameFile(prefix) && SameAt(prefix, 5) && SameNamed(prefix, "header") && SameNamed(prefix, "pcf");
+  }
+}
+
+}  // namespace
