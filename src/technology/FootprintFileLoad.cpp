@@ -1,0 +1,172 @@
+#include "technology/FootprintFileLoad.h"
+
+#include <algorithm>
+#include <memory>
+#include <string>
+#include <string_view>
+
+#include "base/FileSystem.h"
+#include "base/TextOut.h"
+#include "reader/CECadCls.h"
+#include "technology/CBDfootprint.h"
+#include "technology/CBDfootprintContainer.h"
+#include "technology/CBDpad.h"
+#include "technology/CBDpadstack.h"
+#include "technology/CBDtechnologyContainer.h"
+#include "technology/LibraryForms.h"
+
+namespace laminate {
+
+namespace {
+
+// Lines of the log, each flushed at once.
+class LoadLog {
+ public:
+  explicit LoadLog(std::FILE* fp) : m_fp(fp) {}
+  template <PrintFormat kFormat, class... Args>
+  void Line(const Args&... args) const {
+    if (m_fp == nullptr) return;
+    PrintTo(m_fp, [&](TextOut& out) { out.Print<kFormat>(args...); });
+    std::fflush(m_fp);
+  }
+
+ private:
+  std::FILE* m_fp;
+};
+
+// Runs a step of the load; a form that lacks something is told to the status. `lineBefore()` gives how many lines of
+// the file stand before those that the forms count.
+template <class Step, class LineBefore>
+void Watch(const CString& sPath, LoadStatus& status, Step&& step, LineBefore&& lineBefore) {
+  try {
+    step();
+  } catch (const CInvalidArgException& e) {
+    const int nLine = e.m_nLine == 0 ? 0 : e.m_nLine + lineBefore();
+    status.Set(LoadStatus::Result::invalidContent, sPath, nLine, 0, e.what());
+    throw;
+  }
+}
+template <class Step>
+void Watch(const CString& sPath, LoadStatus& status, Step&& step) {
+  Watch(sPath, status, step, [] { return 0; });
+}
+
+void TakeOver(LoadStatus& status, const LoadStatus& ofReader, int nLineBefore = 0) {
+  if (ofReader.IsOk()) return;
+  const int nLine = ofReader.m_nLine == 0 ? 0 : ofReader.m_nLine + nLineBefore;
+  status.Set(ofReader.m_result, ofReader.m_sFile, nLine, ofReader.m_nColumn, ofReader.m_sText);
+}
+
+// The children of a section that bear the record's keyword.
+template <class Array, class Read>
+void ReadRecords(const CECadClsLvl& section, std::string_view sKeyword, Array* pArray, LibraryContext& context,
+                 Read&& read) {
+  if (pArray == nullptr) AfxThrowInvalidArgException();
+  ForEachChild(section, sKeyword, [&](const CECadClsLvl& child) { AppendOwned(*pArray, read(child, context)); });
+}
+
+struct Section {
+  std::string_view sKeyword;
+  void (*read)(const CECadClsLvl&, CBDfootprintContainer&, LibraryContext&);
+};
+
+void ReadPads(const CECadClsLvl& node, CBDfootprintContainer& container, LibraryContext& context) {
+  ReadRecords(node, "pad", container.m_pPadArray, context, ReadPad);
+}
+void ReadPadstacks(const CECadClsLvl& node, CBDfootprintContainer& container, LibraryContext& context) {
+  ReadRecords(node, "padstack", container.m_pPadstackArray, context, ReadPadstack);
+}
+void ReadFootprints(const CECadClsLvl& node, CBDfootprintContainer& container, LibraryContext& context) {
+  ReadRecords(node, "footprint", container.m_pFootprintArray, context, ReadFootprint);
+}
+
+constexpr Section kSections[] = {{"pads", ReadPads}, {"padstacks", ReadPadstacks}, {"footprints", ReadFootprints}};
+
+void ReadContainer(const CECadClsLvl& node, FootprintFileTarget& target, LibraryContext& context, const LoadLog& log) {
+  ForEachChild(node, [&](const CECadClsLvl& child) {
+    log.Line<"%s\n">(child.m_sName);
+    for (const Section& section : kSections) {
+      if (child.m_sName.View() == section.sKeyword) section.read(child, target.footprints, context);
+    }
+  });
+}
+
+// How many lines end before an offset of the file; only asked for when a fault is told.
+int LinesBefore(const CString& sPath, ULONGLONG nOffset) {
+  std::string sText;
+  ReadWholeFile(sPath, sText);
+  const auto nBytes = static_cast<std::ptrdiff_t>(std::min<ULONGLONG>(nOffset, sText.size()));
+  return static_cast<int>(std::count(sText.begin(), sText.begin() + nBytes, '\n'));
+}
+
+}  // namespace
+
+void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
+  const LoadLog log(target.pLogFile);
+  const auto pReader = std::make_unique<CECadCls>();
+  pReader->m_sFileName = sPath;
+  log.Line<"FTF file parsing\n">();
+  pReader->nParseFile(0);
+  log.Line<"Complete FTF file parsing\n">();
+  TakeOver(target.status, pReader->m_status);
+
+  const CECadClsLvl* pRoot = pReader->m_pRootArray->pFind("ftf");
+  if (pRoot == nullptr) {
+    target.status.Set(LoadStatus::Result::notWellFormed, sPath, 0, 0, "the file has no form \"ftf\"");
+    return;
+  }
+  LibraryContext context;
+  context.pBoardShapes = target.pBoardShapes;
+  context.onRecord = [&log](const CString& sKeyword, const CString& sName) { log.Line<"%s-%s\n">(sKeyword, sName); };
+  Watch(sPath, target.status, [&] {
+    log.Line<"Translating technologyContainer to BD Data base\n">();
+    if (const CECadClsLvl* p = FindChild(*pRoot, "technologyContainer")) ReadFootprintTechnology(*p, target.technology);
+    log.Line<"Translating footprintContainer to BD Data base\n">();
+    if (const CECadClsLvl* p = FindChild(*pRoot, "footprintContainer")) ReadContainer(*p, target, context, log);
+  });
+  log.Line<"Complete Translating FTF file to BD Database\n">();
+}
+
+void LoadFootprintsByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarget& target) {
+  const auto pReader = std::make_unique<CECadCls>();
+  pReader->m_sFileName = sPath;
+  pReader->vCollectFormOffsets("footprint", arrNames);
+  TakeOver(target.status, pReader->m_status);
+  if (target.footprints.m_pFootprintArray == nullptr) AfxThrowInvalidArgException();
+
+  LibraryContext context;
+  context.pBoardShapes = target.pBoardShapes;
+  context.bWhole = false;
+  for (const ULONGLONG nOffset : pReader->m_arrOffset) {
+    const std::unique_ptr<CECadClsLvl> pNode(pReader->pParseFormAt(nOffset));
+    const auto linesBefore = [&] { return LinesBefore(sPath, nOffset); };
+    if (target.status.IsOk() && !pReader->m_status.IsOk()) {
+      TakeOver(target.status, pReader->m_status, linesBefore());
+    }
+    if (pNode == nullptr) continue;
+    Watch(
+        sPath, target.status,
+        [&] { AppendOwned(*target.footprints.m_pFootprintArray, ReadFootprint(*pNode, context)); }, linesBefore);
+  }
+}
+
+void LoadPadsAndPadstacks(const CString& sPath, FootprintFileTarget& target) {
+  const auto pReader = std::make_unique<CECadCls>();
+  pReader->m_sFileName = sPath;
+  LibraryContext context;
+  context.pBoardShapes = target.pBoardShapes;
+  context.bWhole = false;
+  // One form at a time is in memory.
+  const auto withForm = [&](const char* szName, auto&& read) {
+    pReader->m_pRootArray->DeleteAll();
+    pReader->nParseNamedForm(szName);
+    TakeOver(target.status, pReader->m_status);
+    const CECadClsLvl* pForm = pReader->m_pRootArray->pFind(szName);
+    if (pForm != nullptr) Watch(sPath, target.status, [&] { read(*pForm); });
+  };
+  withForm("technologyContainer", [&](const CECadClsLvl& form) { ReadFootprintTechnology(form, target.technology); });
+  withForm("pads", [&](const CECadClsLvl& form) { ReadPads(form, target.footprints, context); });
+  withForm("padstacks", [&](const CECadClsLvl& form) { ReadPadstacks(form, target.footprints, context); });
+}
+
+}  // namespace laminate
