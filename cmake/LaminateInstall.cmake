@@ -9,6 +9,7 @@ foreach(room ${LAMINATE_ROOMS})
       FILES_MATCHING PATTERN "*.h")
   endif()
 endforeach()
+install(FILES ${PROJECT_SOURCE_DIR}/src/laminate.h DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}/laminate)
 install(TARGETS laminate EXPORT laminateTargets ARCHIVE DESTINATION ${CMAKE_INSTALL_LIBDIR})
 install(EXPORT laminateTargets NAMESPACE laminate:: DESTINATION ${config_dir})
 

@@ -38,6 +38,10 @@ expect includes "src/board/CBoard.cpp:2: include does not name a room" \
   src/board/CBoard.cpp '#include "board/CBoard.h"\n# include "../base/CThing.h"\n'
 expect includes "src/board/CBoard.cpp:1: include names no file" src/board/CBoard.cpp '#include "board/CNone.h"\n'
 
+expect includes "" src/all.h '#pragma once\n#include "board/CBoard.h"\n'
+expect includes "src/base/CThing.h:2: include does not name a room" src/all.h '#pragma once\n' \
+  src/base/CThing.h '#pragma once\n#include "all.h"\n'
+
 expect platform "src/board/CBoard.cpp:2: call of the platform" \
   src/board/CBoard.cpp '#include "board/CBoard.h"\nauto* f = fopen("a", "r");\n'
 expect platform "src/board/CBoard.cpp:2: call of the platform" \

@@ -21,7 +21,8 @@ sources() { files src | grep -E '\.(h|cpp)$' || [ $? = 1 ]; }
 includes() {
   sources | xargs -r awk -v rooms="$rooms" '
     BEGIN { n = split(rooms, list, " "); for (i = 1; i <= n; i++) level[list[i]] = i }
-    FNR == 1 { split(FILENAME, path, "/"); room = path[2] }
+    # What lies beside the rooms stands above them all.
+    FNR == 1 { split(FILENAME, path, "/"); room = path[2]; if (path[3] == "") level[room] = n + 1 }
     /^[ \t]*#[ \t]*include[ \t]*"/ {
       split($0, quoted, "\""); split(quoted[2], to, "/")
       if (!(to[1] in level)) print FILENAME ":" FNR ": include does not name a room: " quoted[2]
