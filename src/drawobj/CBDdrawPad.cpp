@@ -24,6 +24,7 @@ std::unique_ptr<CBDdrawObj> Make<CBDdrawPad>(const CECadClsLvl& node, const Shap
   auto pPad = NewShape<CBDdrawPad>(context);
   ReadOwnTokens(kPadTokens, node, *pPad);
   WalkChildren(kPad, node, *pPad, context);
+  pPad->m_pShapes->FreeExtra();
   return pPad;
 }
 

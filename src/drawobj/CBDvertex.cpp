@@ -69,25 +69,44 @@ void CBDvertex::DeleteVertexArray(void* p) {
 namespace laminate {
 namespace {
 
-void AppendPoint(Walk<NoContext>&, const CECadClsLvl& node, CBDvertexArray& vertices) {
+// The array is sized once for all that the section can hold; slots not filled are null, and go in the end.
+struct Filling {
+  Filling(CBDvertexArray& to, INT_PTR nAtMost) : vertices(to), nFilled(to.GetSize()) {
+    vertices.SetSize(nFilled + nAtMost);
+  }
+  Filling(const Filling&) = delete;
+  Filling& operator=(const Filling&) = delete;
+  ~Filling() { vertices.SetSize(nFilled); }
+
+  void Take(std::unique_ptr<CBDvertex> p) { vertices.GetData()[nFilled++] = p.release(); }
+
+  CBDvertexArray& vertices;
+  INT_PTR nFilled;
+};
+
+void AppendPoint(Walk<Filling>& walk, const CECadClsLvl& node, CBDvertexArray&) {
   auto pPoint = std::make_unique<CBDvertexPt>();
   ReadVertexPt(node, *pPoint);
-  AppendOwned(vertices, std::move(pPoint));
+  walk.context.Take(std::move(pPoint));
 }
 
-void AppendArc(Walk<NoContext>&, const CECadClsLvl& node, CBDvertexArray& vertices) {
+void AppendArc(Walk<Filling>& walk, const CECadClsLvl& node, CBDvertexArray&) {
   auto pArc = std::make_unique<CBDvertexArc>();
   ReadVertexArc(node, *pArc);
-  AppendOwned(vertices, std::move(pArc));
+  walk.context.Take(std::move(pArc));
 }
 
-constexpr auto kVertex =
-    MakeForm<CBDvertexArray>(Custom<&AppendPoint>("pt", "a CBDvertexPt"), Custom<&AppendArc>("arc", "a CBDvertexArc"));
+constexpr auto kVertex = MakeForm<CBDvertexArray, Filling>(Custom<&AppendPoint>("pt", "a CBDvertexPt"),
+                                                           Custom<&AppendArc>("arc", "a CBDvertexArc"));
 
 }  // namespace
 
 void ReadVertices(const CECadClsLvl& vertexNode, CBDvertexArray& vertices) {
-  WalkChildren(kVertex, vertexNode, vertices);
+  {
+    Filling filling(vertices, vertexNode.m_pChildren->GetSize());
+    WalkChildren(kVertex, vertexNode, vertices, filling);
+  }
+  vertices.FreeExtra();
 }
 
 template <>

@@ -1,0 +1,371 @@
+// Shapes read from trees and written as text, per second, each beside a plain version of the same work in the same run:
+// reading with a chain of comparisons, a copied text per token and `new` per object; writing with one fprintf per line.
+//
+//   bench_shapes [<shapes> [<rounds>]]
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "base/TextOut.h"
+#include "drawobj/CBDcircle.h"
+#include "drawobj/CBDdrawPadstack.h"
+#include "drawobj/CBDline.h"
+#include "drawobj/CBDsurface.h"
+#include "drawobj/CBDvertexArc.h"
+#include "drawobj/CBDvertexPt.h"
+#include "drawobj/DrawObjReader.h"
+#include "reader/CECadClsLvl.h"
+
+namespace {
+
+double Seconds() {
+  using Clock = std::chrono::steady_clock;
+  return std::chrono::duration<double>(Clock::now().time_since_epoch()).count();
+}
+
+// ---- what is read: mostly lines of a few points, every eighth shape an outline of forty, and vias ----
+
+using Node = std::unique_ptr<CECadClsLvl>;
+
+Node Form(const char* szName, std::initializer_list<std::string> tokens = {}) {
+  auto node = std::make_unique<CECadClsLvl>();
+  node->m_sName = szName;
+  for (const std::string& s : tokens) node->m_arrValues.Add(CString(std::string_view(s)));
+  return node;
+}
+CECadClsLvl& Put(CECadClsLvl& parent, Node child) {
+  parent.m_pChildren->Add(child.get());
+  return *child.release();
+}
+
+std::uint32_t g_state = 1;
+std::uint32_t Random() { return g_state = g_state * 1664525u + 1013904223u, g_state >> 8; }
+std::string Number() {
+  const std::uint32_t n = Random() % 30000000;
+  if (Random() % 2 == 0) return std::to_string(n);
+  std::string s = std::to_string(n / 100000) + "." + std::to_string(100000 + n % 100000).substr(1);
+  return s;
+}
+
+void Points(CECadClsLvl& form, int n, bool bWidths) {
+  CECadClsLvl& vertex = Put(form, Form("vertex"));
+  for (int i = 0; i < n; ++i) {
+    CECadClsLvl& pt = Put(vertex, Form("pt", {Number(), Number()}));
+    if (bWidths) Put(pt, Form("width", {"0.15000"}));
+  }
+}
+
+Node MakeShape(int i) {
+  if (i % 8 == 0) {
+    Node node = Form("surface");
+    Put(*node, Form("net", {"GND"}));
+    CECadClsLvl& inner = Put(Put(*node, Form("geometry")), Form("surface"));
+    Put(inner, Form("outlineWidth", {"0.10000"}));
+    Put(inner, Form("fillWidth", {"0.10000"}));
+    Put(inner, Form("fillAngle", {"45.000000"}));
+    Points(inner, 40, false);
+    return node;
+  }
+  if (i % 4 == 1) {
+    Node node = Form("padstack", {"VIA06"});
+    Put(*node, Form("net", {"NET" + std::to_string(i % 400)}));
+    Put(*node, Form("pt", {Number(), Number()}));
+    Put(*node, Form("fromTo", {"1", "4"}));
+    CECadClsLvl& section = Put(*node, Form("conductive"));
+    for (int n = 1; n <= 4; ++n) {
+      Put(Put(section, Form("layerNumber", {std::to_string(n)})), Form("status", {"THROUGH"}));
+    }
+    return node;
+  }
+  Node node = Form("line");
+  Put(*node, Form("net", {"NET" + std::to_string(i % 400)}));
+  Points(Put(Put(*node, Form("geometry")), Form("line")), 2 + i % 5, true);
+  return node;
+}
+
+// ---- the plain versions ----
+
+namespace plain {
+
+struct Fillet {
+  std::string type;
+  double width = 0, length = 0, filletWidth = 0;
+  std::string dir;
+  virtual ~Fillet() = default;
+};
+struct Vertex {
+  double width = 0;
+  std::string type = "PT";
+  double tarc = 0;
+  Fillet* fillet = new Fillet;
+  double x = 0, y = 0;
+  virtual ~Vertex() { delete fillet; }
+};
+struct Entry {
+  std::string status, layerName;
+  int layerNumber = 0, visible = 1;
+  virtual ~Entry() = default;
+};
+struct Shape {
+  std::string layerName, layerType, kind, net, penShape, section;
+  int layerNumber = 0, refer = 0;
+  virtual ~Shape() = default;
+};
+struct Line : Shape {
+  std::string thermalData, lineType;
+  std::vector<Vertex*> vertices;
+  ~Line() override {
+    for (Vertex* p : vertices) delete p;
+  }
+};
+struct Surface : Shape {
+  double outlineWidth = 0, fillWidth = 0, fillAngle = 0, lowerHeight = 0, upperHeight = 0;
+  std::string meshShape = "CIRCLE", meshArrangeType = "5POINTS";
+  std::vector<Vertex*> vertices;
+  ~Surface() override {
+    for (Vertex* p : vertices) delete p;
+  }
+};
+struct Padstack : Shape {
+  std::string name, side, flip;
+  int from = 0, to = 0;
+  double x = 0, y = 0, angle = 0;
+  std::vector<Entry*> entries;
+  ~Padstack() override {
+    for (Entry* p : entries) delete p;
+  }
+};
+
+std::string Copy(const CString& s) { return std::string(s.View()); }
+std::string Token(const CECadClsLvl& node, int n) { return Copy(node.m_arrValues.GetAt(n)); }
+double Length(std::string s) {
+  return s.find(".") != std::string::npos ? std::atof(s.c_str()) : std::atof(s.c_str()) / 100000.0;
+}
+
+void ReadVertices(const CECadClsLvl& node, std::vector<Vertex*>& vertices) {
+  for (const CECadClsLvl* child : *node.m_pChildren) {
+    if (Copy(child->m_sName) != "pt") continue;
+    auto* vertex = new Vertex;
+    vertex->x = Length(Token(*child, 0));
+    vertex->y = Length(Token(*child, 1));
+    for (const CECadClsLvl* inner : *child->m_pChildren) {
+      if (Copy(inner->m_sName) == "width") {
+        vertex->width = Length(Token(*inner, 0));
+      } else if (Copy(inner->m_sName) == "tarc") {
+        vertex->tarc = Length(Token(*(*inner->m_pChildren)[0], 0));
+      }
+    }
+    vertices.push_back(vertex);
+  }
+}
+
+Shape* Read(const CECadClsLvl& node, std::string layerName, std::string layerType, int layerNumber) {
+  const std::string keyword = Copy(node.m_sName);
+  for (const char* sz : {"basePoint", "boardAssembly", "circle", "delete", "dimension", "dimLeader", "donut", "hole"}) {
+    if (keyword == sz) return nullptr;
+  }
+  Shape* shape = nullptr;
+  if (keyword == "line" || keyword == "shieldLine") {
+    auto* line = new Line;
+    shape = line;
+    for (const CECadClsLvl* child : *node.m_pChildren) {
+      if (Copy(child->m_sName) == "net") {
+        line->net = Token(*child, 0);
+      } else if (Copy(child->m_sName) == "penShape") {
+        line->penShape = Token(*child, 0);
+      } else if (Copy(child->m_sName) == "geometry") {
+        for (const CECadClsLvl* inner : *(*child->m_pChildren)[0]->m_pChildren) {
+          if (Copy(inner->m_sName) == "vertex") ReadVertices(*inner, line->vertices);
+        }
+      }
+    }
+  } else if (keyword == "padstack" || keyword == "fpadstack") {
+    auto* padstack = new Padstack;
+    shape = padstack;
+    padstack->name = Token(node, 0);
+    for (const CECadClsLvl* child : *node.m_pChildren) {
+      if (Copy(child->m_sName) == "net") {
+        padstack->net = Token(*child, 0);
+      } else if (Copy(child->m_sName) == "pt") {
+        padstack->x = Length(Token(*child, 0));
+        padstack->y = Length(Token(*child, 1));
+      } else if (Copy(child->m_sName) == "angle") {
+        padstack->angle = std::atof(Token(*child, 0).c_str());
+      } else if (Copy(child->m_sName) == "fromTo") {
+        padstack->from = std::atoi(Token(*child, 0).c_str());
+        padstack->to = std::atoi(Token(*child, 1).c_str());
+      } else if (Copy(child->m_sName) == "conductive") {
+        for (const CECadClsLvl* inner : *child->m_pChildren) {
+          auto* entry = new Entry;
+          if (Copy(inner->m_sName) == "layerNumber") entry->layerNumber = std::atoi(Token(*inner, 0).c_str());
+          for (const CECadClsLvl* deep : *inner->m_pChildren) {
+            if (Copy(deep->m_sName) == "status") entry->status = Token(*deep, 0);
+          }
+          padstack->entries.push_back(entry);
+        }
+      }
+    }
+  } else if (keyword == "surface") {
+    auto* surface = new Surface;
+    shape = surface;
+    for (const CECadClsLvl* child : *node.m_pChildren) {
+      if (Copy(child->m_sName) == "net") {
+        surface->net = Token(*child, 0);
+      } else if (Copy(child->m_sName) == "geometry") {
+        for (const CECadClsLvl* inner : *(*child->m_pChildren)[0]->m_pChildren) {
+          if (Copy(inner->m_sName) == "outlineWidth") {
+            surface->outlineWidth = Length(Token(*inner, 0));
+          } else if (Copy(inner->m_sName) == "fillWidth") {
+            surface->fillWidth = Length(Token(*inner, 0));
+          } else if (Copy(inner->m_sName) == "fillAngle") {
+            surface->fillAngle = std::atof(Token(*inner, 0).c_str());
+          } else if (Copy(inner->m_sName) == "vertex") {
+            ReadVertices(*inner, surface->vertices);
+          }
+        }
+      }
+    }
+  }
+  if (shape == nullptr) return nullptr;
+  shape->kind = keyword;
+  shape->layerName = layerName;
+  shape->layerType = layerType;
+  shape->layerNumber = layerNumber;
+  return shape;
+}
+
+// One fprintf per line, of the library's own objects.
+void WriteVertices(std::FILE* fp, const CBDvertexArray& vertices, bool bWidths) {
+  std::fprintf(fp, "(vertex\n");
+  for (const CBDvertex* p : vertices) {
+    const auto* pt = static_cast<const CBDvertexPt*>(p);
+    std::fprintf(fp, "(pt %.5f %.5f", pt->m_pt.x, pt->m_pt.y);
+    if (bWidths && pt->m_dWidth > 0.001) {
+      std::fprintf(fp, "\n(width %.5f)", pt->m_dWidth);
+      std::fprintf(fp, "\n)\n");
+    } else {
+      std::fprintf(fp, ")\n");
+    }
+  }
+  std::fprintf(fp, ")\n");
+}
+
+void Write(std::FILE* fp, const CBDdrawObj& shape) {
+  if (shape.m_sKind == "LINE") {
+    const auto& line = static_cast<const CBDline&>(shape);
+    std::fprintf(fp, "(line\n");
+    std::fprintf(fp, "(net \"%s\")\n", line.m_sNet.GetString());
+    std::fprintf(fp, "(geometry\n");
+    std::fprintf(fp, "(line\n");
+    WriteVertices(fp, *line.m_pVertices, true);
+    for (int i = 0; i < 3; ++i) std::fprintf(fp, ")\n");
+  } else if (shape.m_sKind == "DRAWPADSTACK") {
+    const auto& padstack = static_cast<const CBDdrawPadstack&>(shape);
+    std::fprintf(fp, "(padstack %s\n", padstack.m_sPadstackName.GetString());
+    std::fprintf(fp, "(net \"%s\")\n", padstack.m_sNet.GetString());
+    std::fprintf(fp, "(pt %.5f %.5f)\n", padstack.m_pt.x, padstack.m_pt.y);
+    std::fprintf(fp, "(fromTo %d %d)\n", padstack.m_nFrom, padstack.m_nTo);
+    std::fprintf(fp, "(conductive\n");
+    for (const CBDpadstackRefLay* p : *padstack.m_pRefLays) {
+      std::fprintf(fp, "(layerNumber %d (status %s))\n", p->m_nLayerNumber, p->m_sStatus.GetString());
+    }
+    for (int i = 0; i < 2; ++i) std::fprintf(fp, ")\n");
+  } else if (shape.m_sKind == "SURFACE") {
+    const auto& surface = static_cast<const CBDsurface&>(shape);
+    std::fprintf(fp, "(surface\n");
+    std::fprintf(fp, "(net \"%s\")\n", surface.m_sNet.GetString());
+    std::fprintf(fp, "(geometry\n");
+    std::fprintf(fp, "(surface\n");
+    std::fprintf(fp, "(outlineWidth %.5f)\n", surface.m_dOutlineWidth);
+    std::fprintf(fp, "(fillWidth %.5f)\n", surface.m_dFillWidth);
+    std::fprintf(fp, "(fillAngle %f)\n", surface.m_dFillAngle);
+    WriteVertices(fp, *surface.m_pVertices, false);
+    for (int i = 0; i < 3; ++i) std::fprintf(fp, ")\n");
+  }
+}
+
+}  // namespace plain
+
+std::string ReadAll(std::FILE* fp) {
+  std::string s;
+  char buffer[65536];
+  std::rewind(fp);
+  while (const std::size_t n = std::fread(buffer, 1, sizeof buffer, fp)) s.append(buffer, n);
+  return s;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int nShapes = argc > 1 ? std::atoi(argv[1]) : 100000;
+  const int nRounds = argc > 2 ? std::atoi(argv[2]) : 5;
+  std::vector<Node> nodes;
+  for (int i = 0; i < nShapes; ++i) nodes.push_back(MakeShape(i));
+
+  laminate::ShapeContext context;
+  context.nLayerNumber = 3;
+  context.sLayerName = "3";
+  context.sLayerType = "conductive";
+
+  // In turn, since the machine may be shared; the best round of each counts.
+  double dRead = 1e9, dPlainRead = 1e9, dWrite = 1e9, dPlainWrite = 1e9;
+  std::size_t nBytes = 0;
+  for (int nRound = 0; nRound < nRounds; ++nRound) {
+    {
+      const double dStart = Seconds();
+      std::vector<plain::Shape*> shapes;
+      for (const Node& node : nodes) {
+        if (auto* p = plain::Read(*node, "3", "conductive", 3)) shapes.push_back(p);
+      }
+      for (plain::Shape* p : shapes) delete p;
+      dPlainRead = std::min(dPlainRead, Seconds() - dStart);
+    }
+    {
+      const double dStart = Seconds();
+      auto pShapes = std::make_unique<CBDdrawObjArray>();
+      for (const Node& node : nodes) {
+        if (auto p = laminate::ReadDrawObj(*node, context)) laminate::AppendOwned(*pShapes, std::move(p));
+      }
+      pShapes.reset();
+      dRead = std::min(dRead, Seconds() - dStart);
+    }
+    CBDdrawObjArray shapes;
+    for (const Node& node : nodes) laminate::AppendOwned(shapes, laminate::ReadDrawObj(*node, context));
+    std::FILE* fpPlain = std::tmpfile();
+    std::FILE* fp = std::tmpfile();
+    if (fpPlain == nullptr || fp == nullptr) return 1;
+    {
+      const double dStart = Seconds();
+      for (const CBDdrawObj* p : shapes) plain::Write(fpPlain, *p);
+      std::fflush(fpPlain);
+      dPlainWrite = std::min(dPlainWrite, Seconds() - dStart);
+    }
+    {
+      const double dStart = Seconds();
+      {
+        laminate::TextOut out(fp);
+        for (CBDdrawObj* p : shapes) p->Write(out, 1);
+      }
+      std::fflush(fp);
+      dWrite = std::min(dWrite, Seconds() - dStart);
+    }
+    const std::string sText = ReadAll(fp);
+    nBytes = sText.size();
+    if (sText != ReadAll(fpPlain)) {
+      std::fprintf(stderr, "the two texts differ\n");
+      return 1;
+    }
+    std::fclose(fp);
+    std::fclose(fpPlain);
+  }
+  std::printf("%-28s %12s %12s %8s\n", "", "plain", "laminate", "ratio");
+  std::printf("%-28s %12.0f %12.0f %8.2f\n", "shapes read and freed / s", nShapes / dPlainRead, nShapes / dRead,
+              dPlainRead / dRead);
+  std::printf("%-28s %12.0f %12.0f %8.2f\n", "shapes written / s", nShapes / dPlainWrite, nShapes / dWrite,
+              dPlainWrite / dWrite);
+  std::printf("%-28s %12.1f %12.1f\n", "MB written / s", nBytes / dPlainWrite / 1e6, nBytes / dWrite / 1e6);
+  return 0;
+}
