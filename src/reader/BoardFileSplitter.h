@@ -40,11 +40,11 @@ struct SplitState {
   int& nLayerFileCount;      ///< set where the board layout ends; a footprint split leaves it alone
   LoadStatus& status;        ///< told when the source cannot be read or a piece cannot be written
 
-  CString sFolder;        ///< the working folder
-  OpenedFile lock;        ///< holds the working folder's lock until it is closed or this state dies
-  PieceLines others;      ///< "others.txt"
-  PieceLines components;  ///< component pieces, or those of a footprint file's padstacks
-  PieceLines layers;      ///< layer pieces, or those of a footprint file's footprints
+  CString sFolder = {};        ///< the working folder
+  OpenedFile lock = {};        ///< holds the working folder's lock until it is closed or this state dies
+  PieceLines others = {};      ///< "others.txt"
+  PieceLines components = {};  ///< component pieces, or those of a footprint file's padstacks
+  PieceLines layers = {};      ///< layer pieces, or those of a footprint file's footprints
 };
 
 /// The working folder of a board file: "Data" and the path's segment under the data path.

@@ -78,4 +78,23 @@ bool LineReader::Next(std::string_view& sLine) {
   return true;
 }
 
+bool LineReader::NextBlock(std::string_view& sLines) {
+  std::size_t nSearched = 0;
+  for (;;) {
+    const std::string_view have(m_at, static_cast<std::size_t>(m_end - m_at));
+    const std::size_t nEnd = have.substr(nSearched).rfind('\n');
+    if (nEnd != have.npos) {
+      sLines = have.substr(0, nSearched + nEnd + 1);
+      break;
+    }
+    nSearched = have.size();
+    if (ReadMore()) continue;
+    if (m_nError != 0 || have.empty()) return false;
+    sLines = {m_at, nSearched};
+    break;
+  }
+  m_at += sLines.size();
+  return true;
+}
+
 }  // namespace laminate
