@@ -70,7 +70,7 @@ class ClonedArray : public NamedArray<X> {
 template <class X, class Self>
 class RecordArray : public ClonedArray<X, Self> {
  public:
-  static const int m_nVersion = 1;
+  static constexpr int m_nVersion = 1;
 
   /// Loading deletes all elements first. A version that is not known ends it there, behind the marker; the rest of the
   /// archive is then read out of step. When something raises, the elements loaded before it stay.
