@@ -4,46 +4,9 @@
 #include <random>
 
 #include "reader/ReaderTestSupport.h"
+#include "reader/TextVariety.h"
 
 namespace {
-
-std::string Escaped(const std::string& text) {
-  std::string s;
-  for (unsigned char c : text) {
-    if (c == '\n') {
-      s += "\\n";
-    } else if (c < 0x20 || c > 0x7E) {
-      char hex[8];
-      std::snprintf(hex, sizeof hex, "<%02X>", c);
-      s += hex;
-    } else {
-      s += static_cast<char>(c);
-    }
-  }
-  return s;
-}
-
-// Calls back with every text of up to `length` bytes of the alphabet.
-template <class Callback>
-void ForEveryText(const std::string& alphabet, std::size_t length, Callback callback) {
-  std::string text;
-  std::vector<std::size_t> digits;
-  for (std::size_t n = 0; n <= length; ++n) {
-    digits.assign(n, 0);
-    text.assign(n, alphabet[0]);
-    for (;;) {
-      callback(text);
-      std::size_t i = 0;
-      while (i < n && ++digits[i] == alphabet.size()) {
-        digits[i] = 0;
-        text[i] = alphabet[0];
-        ++i;
-      }
-      if (i == n) break;
-      text[i] = alphabet[digits[i]];
-    }
-  }
-}
 
 class Differential : public testing::Test {
  protected:
