@@ -1,6 +1,7 @@
 #pragma once
 #include <algorithm>
 #include <cstdint>
+#include <cstring>
 #include <limits>
 #include <memory>
 #include <new>
@@ -25,9 +26,10 @@ bool ArchiveIsStoring(const CArchive& ar);
 }  // namespace laminate
 
 /// The platform's growing array of values. Element access by index, `SetAt`, `RemoveAt` and `InsertAt` raise
-/// `CInvalidArgException` when the index is out of range; failed allocation raises `CMemoryException` and leaves the
-/// array as it was. Growth is geometric, so appending is linear in all. The array cannot be copied (`Copy` and
-/// `Append` copy elements); classes with value semantics derive from it.
+/// `CInvalidArgException` when the index is out of range; failed allocation raises `CMemoryException`. Whatever is
+/// raised while an array grows, by an element's copy too, leaves it as it was; only elements whose move or assignment
+/// raises may be left in disorder by `RemoveAt`. Growth is geometric, so appending is linear in all. The array cannot
+/// be copied (`Copy` and `Append` copy elements); classes with value semantics derive from it.
 template <class TYPE, class ARG_TYPE = const TYPE&>
 class CArray : public CObject {
  public:
@@ -66,11 +68,11 @@ class CArray : public CObject {
       // The value may lie in this array: it is copied before the elements move.
       TYPE copy(value);
       Reserve(m_nSize + 1);
-      ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::move(copy));
+      ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::move_if_noexcept(copy));
     }
     return static_cast<INT_PTR>(m_nSize++);
   }
-  /// Appends a value that is made in place; for callers that own what they add.
+  /// Appends a value that is made in place. The arguments must not lie in this array.
   template <class... Args>
   TYPE& Emplace(Args&&... args) {
     if (m_nSize == m_nCapacity) Reserve(m_nSize + 1);
@@ -85,7 +87,8 @@ class CArray : public CObject {
   void InsertAt(INT_PTR nStart, const CArray* pNewArray);
   void RemoveAt(INT_PTR n, INT_PTR nCount = 1);
 
-  /// Count and raw elements; see `laminate::StoreRawElements`. Values that are no plain bytes raise.
+  /// The count in `WriteCount` form, then the elements' bytes; see `laminate::StoreRawElements`. Elements that are
+  /// neither numbers nor pointers raise.
   void Serialize(CArchive& ar) override;
 
   TYPE* begin() noexcept { return m_pData; }
@@ -106,6 +109,10 @@ class CArray : public CObject {
       AfxThrowInvalidArgException();
     return m_pData[n];
   }
+  // Appends another array's elements; what is left of them there is of no use.
+  void TakeAll(CArray& tail);
+  // The same at a position up to the end.
+  void InsertAll(INT_PTR n, CArray& added);
   void Reserve(std::size_t nMinimum);
   void Reallocate(std::size_t nCapacity);
   void Free() noexcept {
@@ -123,11 +130,23 @@ class CArray : public CObject {
 
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Reallocate(std::size_t nCapacity) {
+  static_assert(alignof(TYPE) <= laminate::kPoolAlignment);
   TYPE* pNew = nullptr;
   if (nCapacity != 0) {
     if (nCapacity > kMaxSize) AfxThrowMemoryException();
     pNew = static_cast<TYPE*>(laminate::PoolAllocate(nCapacity * sizeof(TYPE)));
-    std::uninitialized_move_n(m_pData, m_nSize, pNew);
+    if constexpr (std::is_trivially_copyable_v<TYPE>) {
+      if (m_nSize != 0) std::memcpy(static_cast<void*>(pNew), m_pData, m_nSize * sizeof(TYPE));
+    } else if constexpr (std::is_nothrow_move_constructible_v<TYPE> || !std::is_copy_constructible_v<TYPE>) {
+      std::uninitialized_move_n(m_pData, m_nSize, pNew);
+    } else {
+      try {
+        std::uninitialized_copy_n(m_pData, m_nSize, pNew);
+      } catch (...) {
+        laminate::PoolFree(pNew, nCapacity * sizeof(TYPE));
+        throw;
+      }
+    }
   }
   const std::size_t nSize = m_nSize;
   Free();
@@ -154,6 +173,7 @@ void CArray<TYPE, ARG_TYPE>::SetSize(INT_PTR nNewSize, INT_PTR) {
     std::destroy(m_pData + nNew, m_pData + m_nSize);
     m_nSize = nNew;
   } else {
+    if (nNew > kMaxSize) AfxThrowMemoryException();
     Reserve(nNew);
     std::uninitialized_value_construct(m_pData + m_nSize, m_pData + nNew);
     m_nSize = nNew;
@@ -173,10 +193,11 @@ void CArray<TYPE, ARG_TYPE>::SetAtGrow(INT_PTR n, ARG_TYPE value) {
   } else if (n < GetSize()) {
     m_pData[n] = value;
   } else {
-    TYPE copy(value);
     if (static_cast<std::size_t>(n) >= kMaxSize) AfxThrowMemoryException();
-    SetSize(n + 1);
-    m_pData[n] = std::move(copy);
+    CArray tail;
+    tail.SetSize(n - GetSize());
+    tail.Add(value);
+    TakeAll(tail);
   }
 }
 
@@ -184,6 +205,7 @@ template <class TYPE, class ARG_TYPE>
 INT_PTR CArray<TYPE, ARG_TYPE>::Append(const CArray& src) {
   const std::size_t nOld = m_nSize;
   const std::size_t nMore = src.m_nSize;
+  if (nMore > kMaxSize - nOld) AfxThrowMemoryException();
   Reserve(nOld + nMore);
   std::uninitialized_copy_n(src.m_pData, nMore, m_pData + nOld);
   m_nSize = nOld + nMore;
@@ -199,34 +221,59 @@ void CArray<TYPE, ARG_TYPE>::Copy(const CArray& src) {
 }
 
 template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::TakeAll(CArray& tail) {
+  if (tail.m_nSize > kMaxSize - m_nSize) AfxThrowMemoryException();
+  Reserve(m_nSize + tail.m_nSize);
+  if constexpr (std::is_nothrow_move_constructible_v<TYPE>) {
+    std::uninitialized_move_n(tail.m_pData, tail.m_nSize, m_pData + m_nSize);
+  } else {
+    std::uninitialized_copy_n(tail.m_pData, tail.m_nSize, m_pData + m_nSize);
+  }
+  m_nSize += tail.m_nSize;
+}
+
+template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::InsertAt(INT_PTR n, ARG_TYPE value, INT_PTR nCount) {
   if (n < 0 || nCount <= 0) AfxThrowInvalidArgException();
-  TYPE copy(value);
-  if (n >= GetSize()) {
-    if (nCount > std::numeric_limits<INT_PTR>::max() - n) AfxThrowMemoryException();
-    SetSize(n + nCount);
-  } else {
-    const INT_PTR nOld = GetSize();
-    if (nCount > std::numeric_limits<INT_PTR>::max() - nOld) AfxThrowMemoryException();
-    SetSize(nOld + nCount);
-    std::move_backward(m_pData + n, m_pData + nOld, m_pData + nOld + nCount);
-  }
-  for (INT_PTR i = 0; i < nCount; ++i) m_pData[n + i] = copy;
+  // Made apart: the value may lie in this array, and its copy may raise.
+  CArray added;
+  if (n > GetSize()) added.SetSize(n - GetSize());
+  if (static_cast<std::size_t>(nCount) > kMaxSize - added.m_nSize) AfxThrowMemoryException();
+  added.Reserve(added.m_nSize + static_cast<std::size_t>(nCount));
+  for (INT_PTR i = 0; i < nCount; ++i) added.Add(value);
+  InsertAll(std::min(n, GetSize()), added);
 }
 
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::InsertAt(INT_PTR nStart, const CArray* pNewArray) {
   if (pNewArray == nullptr || nStart < 0) AfxThrowInvalidArgException();
-  CArray copy;
-  copy.Append(*pNewArray);
-  if (copy.IsEmpty()) return;
-  InsertAt(nStart, copy.m_pData[0], copy.GetSize());
-  for (INT_PTR i = 0; i < copy.GetSize(); ++i) m_pData[nStart + i] = std::move(copy.m_pData[i]);
+  if (pNewArray->IsEmpty()) return;
+  CArray added;
+  if (nStart > GetSize()) added.SetSize(nStart - GetSize());
+  added.Append(*pNewArray);
+  InsertAll(std::min(nStart, GetSize()), added);
+}
+
+template <class TYPE, class ARG_TYPE>
+void CArray<TYPE, ARG_TYPE>::InsertAll(INT_PTR n, CArray& added) {
+  constexpr bool bSafe = std::is_nothrow_move_constructible_v<TYPE> && std::is_nothrow_move_assignable_v<TYPE>;
+  if constexpr (bSafe) {
+    TakeAll(added);
+    std::rotate(m_pData + n, m_pData + m_nSize - added.m_nSize, m_pData + m_nSize);
+  } else {
+    CArray fresh;
+    fresh.Reserve(m_nSize + added.m_nSize);
+    for (INT_PTR i = 0; i < n; ++i) fresh.Emplace(m_pData[i]);
+    fresh.TakeAll(added);
+    for (INT_PTR i = n; i < GetSize(); ++i) fresh.Emplace(m_pData[i]);
+    Swap(fresh);
+  }
 }
 
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::RemoveAt(INT_PTR n, INT_PTR nCount) {
   if (n < 0 || nCount < 0 || n > GetSize() || nCount > GetSize() - n) AfxThrowInvalidArgException();
+  if (nCount == 0) return;  // an element must not be moved onto itself
   std::move(m_pData + n + nCount, m_pData + m_nSize, m_pData + n);
   std::destroy(m_pData + m_nSize - nCount, m_pData + m_nSize);
   m_nSize -= static_cast<std::size_t>(nCount);
@@ -247,13 +294,18 @@ void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
       laminate::SkipRawBytes(ar, nLeft, sizeof(TYPE));
     } else {
       SetSize(0, -1);
-      // In steps, so that a count beyond what the archive holds does not reserve memory for it.
+      // In steps, so that a count beyond what the archive holds does not take memory for it.
       constexpr std::uint64_t kStep = 64 * 1024 / sizeof(TYPE);
       while (nLeft != 0) {
         const std::uint64_t nNow = std::min(nLeft, kStep);
         const INT_PTR nOld = GetSize();
         SetSize(nOld + static_cast<INT_PTR>(nNow));
-        laminate::LoadRawBytes(ar, m_pData + nOld, nNow * sizeof(TYPE));
+        try {
+          laminate::LoadRawBytes(ar, m_pData + nOld, nNow * sizeof(TYPE));
+        } catch (...) {
+          SetSize(nOld);
+          throw;
+        }
         nLeft -= nNow;
       }
     }

@@ -4,6 +4,8 @@
 #include <tuple>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
+#include <vector>
 
 #include "base/CArray.h"
 
@@ -79,8 +81,18 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
   }
   /// Keeps the first occurrence of each pointer, in order. Nothing is deleted.
   virtual void RemoveDuplicatedElements() {
-    std::unordered_set<TYPE> seen;
-    Keep([&seen](TYPE p) { return seen.insert(p).second; });
+    // Which elements go is found out first: when memory runs out, the array is as it was.
+    try {
+      std::unordered_set<TYPE> seen;
+      std::vector<bool> first(static_cast<std::size_t>(this->GetSize()));
+      for (INT_PTR i = 0; i < this->GetSize(); ++i) {
+        first[static_cast<std::size_t>(i)] = seen.insert(this->GetData()[i]).second;
+      }
+      std::size_t i = 0;
+      Keep([&first, &i](TYPE) -> bool { return first[i++]; });
+    } catch (const std::bad_alloc&) {
+      AfxThrowMemoryException();
+    }
   }
   void Reverse() { std::reverse(this->begin(), this->end()); }
   /// Same size and the same pointers in the same order.
@@ -94,7 +106,11 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
       return;
     }
     std::unordered_map<TYPE, INT_PTR> toGo;
-    for (TYPE p : other) ++toGo[p];
+    try {
+      for (TYPE p : other) ++toGo[p];
+    } catch (const std::bad_alloc&) {
+      AfxThrowMemoryException();
+    }
     Keep([&toGo](TYPE p) {
       const auto it = toGo.find(p);
       if (it == toGo.end() || it->second == 0) return true;
@@ -119,14 +135,14 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
 
  private:
   bool InRange(__int64 n) const { return n >= 0 && n < this->GetSize(); }
+  // Asks about each element once, in order, and closes the gaps.
   template <class Predicate>
   void Keep(Predicate keep) {
-    // Into an array of its own, so that a failure half-way leaves this one whole.
-    CArray<TYPE, ARG_TYPE> kept;
+    TYPE* pTo = this->begin();
     for (TYPE p : *this) {
-      if (keep(p)) kept.Add(p);
+      if (keep(p)) *pTo++ = p;
     }
-    if (kept.GetSize() != this->GetSize()) this->Copy(kept);
+    this->SetSize(pTo - this->begin());
   }
 };
 

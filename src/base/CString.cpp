@@ -6,8 +6,8 @@
 #include <cstdarg>
 #include <cstdio>
 #include <functional>
-#include <new>
-#include <string>
+
+#include "base/Pool.h"
 
 namespace {
 
@@ -47,12 +47,14 @@ CString::CString(char ch, int nRepeat) {
 
 CString::Block* CString::NewBlock(std::size_t nCapacity) {
   if (nCapacity > kMaxLength) AfxThrowMemoryException();
-  void* p = ::operator new(sizeof(Block) + nCapacity + 1, std::nothrow);
-  if (p == nullptr) AfxThrowMemoryException();
-  auto* block = static_cast<Block*>(p);
+  // The whole of the last step of memory is room.
+  constexpr std::size_t kStep = laminate::kPoolAlignment;
+  static_assert(alignof(Block) <= kStep);
+  const std::size_t nBytes = (sizeof(Block) + nCapacity + 1 + kStep - 1) / kStep * kStep;
+  auto* block = static_cast<Block*>(laminate::PoolAllocate(nBytes));
   block->count = 1;
   block->length = 0;
-  block->capacity = nCapacity;
+  block->capacity = static_cast<std::uint32_t>(nBytes - sizeof(Block) - 1);
   return block;
 }
 
@@ -61,42 +63,43 @@ void CString::AssignHeap(std::string_view s) {
   char* text = block->Text();
   std::memcpy(text, s.data(), s.size());
   text[s.size()] = '\0';
-  block->length = s.size();
+  block->length = static_cast<std::uint32_t>(s.size());
   Adopt(block);
 }
 
 void CString::Release() noexcept {
   Block* block = m_rep.heap.block;
-  if (__atomic_sub_fetch(&block->count, 1, __ATOMIC_ACQ_REL) == 0) ::operator delete(block);
+  if (__atomic_sub_fetch(&block->count, 1, __ATOMIC_ACQ_REL) == 0) laminate::PoolFree(block, block->Bytes());
 }
 
+bool CString::IsShared() const noexcept { return __atomic_load_n(&m_rep.heap.block->count, __ATOMIC_ACQUIRE) > 1; }
+
 char* CString::Writable(std::size_t nCapacity) {
+  std::size_t nLength = 0;
+  std::size_t nNew = nCapacity;
   if (!IsHeap()) {
     if (nCapacity <= kInlineLength) return m_rep.text;
-    const std::size_t nLength = Size();
-    Block* block = NewBlock(nCapacity);
-    std::memcpy(block->Text(), m_rep.text, nLength + 1);
-    block->length = nLength;
-    Adopt(block);
-    return block->Text();
+    nLength = Size();
+  } else {
+    Block* block = m_rep.heap.block;
+    const bool bShared = IsShared();
+    if (!bShared && block->capacity >= nCapacity) return block->Text();
+    nLength = block->length;
+    nNew = std::max(nCapacity, nLength);
+    // Growing by half makes repeated appending linear.
+    if (!bShared) nNew = std::max(nNew, std::min(kMaxLength, block->capacity + std::size_t{block->capacity} / 2));
   }
-  Block* block = m_rep.heap.block;
-  const bool bShared = __atomic_load_n(&block->count, __ATOMIC_ACQUIRE) > 1;
-  if (!bShared && block->capacity >= nCapacity) return block->Text();
-  // Growing by half makes repeated appending linear.
-  std::size_t nNew = std::max(nCapacity, block->length);
-  if (!bShared) nNew = std::min(std::max(nNew, block->capacity + block->capacity / 2), std::max(nNew, kMaxLength));
   Block* fresh = NewBlock(nNew);
-  std::memcpy(fresh->Text(), block->Text(), block->length + 1);
-  fresh->length = block->length;
-  Release();
+  std::memcpy(fresh->Text(), GetString(), nLength + 1);
+  fresh->length = static_cast<std::uint32_t>(nLength);
+  if (IsHeap()) Release();
   Adopt(fresh);
   return fresh->Text();
 }
 
 void CString::SetSize(std::size_t nLength) noexcept {
   if (IsHeap()) {
-    m_rep.heap.block->length = nLength;
+    m_rep.heap.block->length = static_cast<std::uint32_t>(nLength);
     m_rep.heap.block->Text()[nLength] = '\0';
   } else {
     SetInline(nLength);
@@ -110,11 +113,17 @@ bool CString::Aliases(std::string_view s) const noexcept {
 
 CString& CString::operator=(std::string_view s) {
   if (s.size() <= kInlineLength) {
+    // Over a copy: the bytes may be this text's own.
     char text[kInlineLength];
     if (!s.empty()) std::memcpy(text, s.data(), s.size());
     if (IsHeap()) Release();
     if (!s.empty()) std::memcpy(m_rep.text, text, s.size());
     SetInline(s.size());
+  } else if (IsHeap() && !IsShared() && s.size() <= m_rep.heap.block->capacity &&
+             m_rep.heap.block->capacity / 2 <= s.size()) {
+    // A text that is set again and again keeps its memory, unless that has become far too large.
+    std::memmove(m_rep.heap.block->Text(), s.data(), s.size());
+    SetSize(s.size());
   } else {
     CString fresh(s);
     *this = std::move(fresh);
@@ -342,9 +351,10 @@ int CString::Delete(int nPos, int nCount) {
   const std::size_t at = nPos < 0 ? 0 : static_cast<std::size_t>(nPos);
   if (nCount <= 0 || at >= nOld) return GetLength();
   const std::size_t n = std::min(static_cast<std::size_t>(nCount), nOld - at);
-  if (n == nOld) {
-    Empty();
-    return 0;
+  if (at == 0 || at + n == nOld) {
+    // What is left is one piece, which becomes short or need not be copied twice when the text is shared.
+    *this = View().substr(at == 0 ? n : 0, nOld - n);
+    return GetLength();
   }
   char* text = Writable(nOld);
   std::memmove(text + at, text + at + n, nOld - at - n);
@@ -355,13 +365,7 @@ int CString::Delete(int nPos, int nCount) {
 void CString::Truncate(int nLength) {
   if (nLength < 0) AfxThrowInvalidArgException();
   const auto n = static_cast<std::size_t>(nLength);
-  if (n >= Size()) return;
-  if (n == 0) {
-    Empty();
-    return;
-  }
-  Writable(n);
-  SetSize(n);
+  if (n < Size()) *this = View().substr(0, n);
 }
 
 void CString::Preallocate(int nLength) {
@@ -397,20 +401,20 @@ void CString::AppendFormatV(const char* szFormat, __builtin_va_list args) {
   va_copy(again, args);
   char szShort[512];
   const int n = std::vsnprintf(szShort, sizeof szShort, szFormat, args);
-  if (n < 0) {
-    va_end(again);
-    AfxThrowInvalidArgException();
+  // Into a text of its own: an argument may be this one.
+  CString sLong;
+  if (n >= static_cast<int>(sizeof szShort)) {
+    try {
+      std::vsnprintf(sLong.GetBuffer(n), static_cast<std::size_t>(n) + 1, szFormat, again);
+      sLong.ReleaseBuffer(n);
+    } catch (...) {
+      va_end(again);
+      throw;
+    }
   }
-  const auto nLength = static_cast<std::size_t>(n);
-  if (nLength < sizeof szShort) {
-    va_end(again);
-    *this += std::string_view(szShort, nLength);
-    return;
-  }
-  std::string sLong(nLength + 1, '\0');
-  std::vsnprintf(sLong.data(), sLong.size(), szFormat, again);
   va_end(again);
-  *this += std::string_view(sLong.data(), nLength);
+  if (n < 0) AfxThrowInvalidArgException();
+  *this += sLong.IsEmpty() ? std::string_view(szShort, static_cast<std::size_t>(n)) : sLong.View();
 }
 #pragma GCC diagnostic pop
 
@@ -434,8 +438,11 @@ void CString::ReleaseBuffer(int nNewLength) {
 }
 
 char* CString::GetBufferSetLength(int nLength) {
+  const std::size_t nOld = Size();
+  const auto nNew = static_cast<std::size_t>(std::max(nLength, 0));
   char* text = GetBuffer(nLength);
-  SetSize(static_cast<std::size_t>(nLength));
+  if (nNew > nOld) std::memset(text + nOld, 0, nNew - nOld);
+  SetSize(nNew);
   return text;
 }
 

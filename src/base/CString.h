@@ -151,6 +151,7 @@ class CString {
   int Delete(int nPos, int nCount = 1);
   /// Shortens the text to at most `nLength` bytes; a negative length raises.
   void Truncate(int nLength);
+  /// Makes room for `nLength` bytes, so that growing to them allocates no more.
   void Preallocate(int nLength);
 
   /// As the C library's printf family in the C locale, whatever locale is set.
@@ -164,6 +165,7 @@ class CString {
   /// Ends the use of the buffer: the length is `nNewLength`, or with -1 that up to the first NUL. Any other negative
   /// length, or one beyond the buffer, raises.
   void ReleaseBuffer(int nNewLength = -1);
+  /// The same with the length set at once; what the text grows by is NUL bytes.
   char* GetBufferSetLength(int nLength);
 
   friend bool operator==(const CString& a, const CString& b) noexcept { return a.View() == b.View(); }
@@ -197,12 +199,13 @@ class CString {
   static constexpr std::size_t kInlineLength = 15;
 
  private:
-  // A text on the heap: this head, then the bytes.
+  // A text outside: this head, then the bytes and room for a NUL.
   struct Block {
     int count;  // of the strings that share it; only touched atomically
-    std::size_t length;
-    std::size_t capacity;
+    std::uint32_t length;
+    std::uint32_t capacity;
     char* Text() noexcept { return reinterpret_cast<char*>(this + 1); }
+    std::size_t Bytes() const noexcept { return sizeof(Block) + capacity + 1; }
   };
   struct HeapPart {
     Block* block;
@@ -254,6 +257,8 @@ class CString {
     m_rep.heap.block = block;
     m_rep.heap.tag = kHeapTag;
   }
+  // Of a text outside.
+  bool IsShared() const noexcept;
   // The bytes, owned by this string alone and with room for `nCapacity`.
   char* Writable(std::size_t nCapacity);
   void SetSize(std::size_t nLength) noexcept;

@@ -28,7 +28,8 @@ struct PrintFormat {
 
 /// Where all written text of the library passes: a buffer before a stream, a string or a counter. Numbers come out as
 /// the C library's printf family gives them in the C locale, whatever locale is set; text arguments end at their first
-/// NUL and are never taken as a format. A failing write is remembered by the stream (`ferror`); `Failed` tells it too.
+/// NUL and are never taken as a format. Printing raises nothing. A failing write is remembered by the stream
+/// (`ferror`); `Failed` tells it too. A string that cannot grow makes `Flush` raise `CMemoryException`.
 ///
 ///   TextOut out(fp);
 ///   out.Print<"(pt %.5f %.5f)\n">(pt.x, pt.y);
@@ -41,11 +42,11 @@ class TextOut {
   }
   /// Writes to a handle of the file seam, which stays open and is the caller's.
   explicit TextOut(FileSystem::Handle h) : m_h(h) { Start(); }
-  /// Appends to a string.
+  /// Appends to a string, which must outlive this object.
   explicit TextOut(std::string& sTarget) : m_pTarget(&sTarget) { Start(); }
   TextOut(const TextOut&) = delete;
   TextOut& operator=(const TextOut&) = delete;
-  /// Hands over what is left. A writer that must know the outcome calls `Flush` itself.
+  /// Hands over what is left. Whoever must know the outcome calls `Flush` before; with a string that is everybody.
   ~TextOut();
 
   /// Hands all that was written to the stream or string; false if that, or an earlier hand-over, failed.
@@ -60,8 +61,13 @@ class TextOut {
     Walk<kFormat, 0>(args...);
   }
 
-  /// Text as it stands, up to its first NUL.
+  /// Text up to its first NUL, as "%s" takes it; a null pointer is the empty text.
   void Text(const CString& s) { Bytes(s.CView()); }
+  void Text(const char* sz) {
+    if (sz != nullptr) Bytes(sz);
+  }
+  void Text(std::string_view s) { Bytes(s.substr(0, s.find('\0'))); }
+  /// All bytes, NULs included.
   void Bytes(std::string_view s) {
     if (s.size() > static_cast<std::size_t>(m_end - m_at)) {
       Long(s);
@@ -75,14 +81,17 @@ class TextOut {
   static constexpr std::size_t kBuffer = 64 * 1024;
   static constexpr std::size_t kSmallBuffer = 1024;
 
+  static_assert(kMaxNumberLength <= kSmallBuffer);
+
   void Start();
   void Long(std::string_view s);
-  void HandOver(std::string_view s);
+  void HandOver(std::string_view s) noexcept;
   char* Room(std::size_t n) {
-    if (n > static_cast<std::size_t>(m_end - m_at)) Grow(n);
+    if (n > static_cast<std::size_t>(m_end - m_at)) Grow();
     return m_at;
   }
-  void Grow(std::size_t n);
+  // Room for `n` bytes, which the small buffer has.
+  void Grow() noexcept;
 
   template <PrintFormat kFormat>
   static consteval std::size_t CountConversions() {
@@ -112,6 +121,7 @@ class TextOut {
   void Walk(const Args&... args) {
     constexpr std::size_t kEnd = LiteralEnd<kFormat, kFrom>();
     if constexpr (kEnd > kFrom) {
+      static_assert(kEnd - kFrom <= kSmallBuffer, "a literal must fit the buffer that needs no memory");
       std::memcpy(Room(kEnd - kFrom), kFormat.text + kFrom, kEnd - kFrom);
       m_at += kEnd - kFrom;
     }
@@ -129,12 +139,10 @@ class TextOut {
   template <PrintFormat kFormat, std::size_t kAt, class First, class... Rest>
   void Convert(const First& first, const Rest&... rest) {
     if constexpr (Is<kFormat, kAt>("%s")) {
-      if constexpr (std::is_same_v<First, CString>) {
-        Bytes(first.CView());
-      } else {
-        static_assert(std::is_convertible_v<const First&, std::string_view>, "%s takes a text");
-        Bytes(std::string_view(first));
-      }
+      static_assert(
+          std::is_convertible_v<const First&, const char*> || std::is_convertible_v<const First&, std::string_view>,
+          "%s takes a text");
+      Text(first);
       Walk<kFormat, kAt + 2>(rest...);
     } else if constexpr (Is<kFormat, kAt>("%d")) {
       static_assert(std::integral<First>, "%d takes an integer");
@@ -174,7 +182,7 @@ class [[nodiscard]] OpenForm {
   explicit OpenForm(TextOut& out) : m_out(out) {}
   OpenForm(const OpenForm&) = delete;
   OpenForm& operator=(const OpenForm&) = delete;
-  ~OpenForm() noexcept(false) { m_out.Bytes(")\n"); }
+  ~OpenForm() { m_out.Bytes(")\n"); }
 
  private:
   TextOut& m_out;
