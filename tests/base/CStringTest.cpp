@@ -161,7 +161,7 @@ TEST(CString, Compares) {
       {"ABC", "abc", -1, 0},
       {"a", "B", 1, -1},
       {"[", "a", -1, -1},
-      {"\x80", "a", 1, 1},   // bytes, not signed characters
+      {"\x80", "a", 1, 1},  // bytes, not signed characters
       {"\xFF", "\x01", 1, 1},
       {"\xC4", "\xE4", -1, -1},  // letters are those of ASCII
       {"a\0b"sv, "a\0c"sv, -1, -1},
@@ -233,17 +233,37 @@ TEST(CString, TakesParts) {
     const char* expected;
   };
   const Row rows[] = {
-      {s.Left(3), "012"},         {s.Left(0), ""},       {s.Left(-1), ""},      {s.Left(10), "0123456789"},
-      {s.Left(11), "0123456789"}, {s.Right(3), "789"},   {s.Right(0), ""},      {s.Right(-5), ""},
-      {s.Right(10), "0123456789"}, {s.Right(INT_MAX), "0123456789"},
-      {s.Mid(4), "456789"},       {s.Mid(10), ""},       {s.Mid(11), ""},       {s.Mid(-2), "0123456789"},
-      {s.Mid(4, 2), "45"},        {s.Mid(4, 0), ""},     {s.Mid(4, -1), ""},    {s.Mid(8, 5), "89"},
-      {s.Mid(-3, 2), "01"},       {s.Mid(2, INT_MAX), "23456789"}, {s.Mid(INT_MAX, INT_MAX), ""},
+      {s.Left(3), "012"},
+      {s.Left(0), ""},
+      {s.Left(-1), ""},
+      {s.Left(10), "0123456789"},
+      {s.Left(11), "0123456789"},
+      {s.Right(3), "789"},
+      {s.Right(0), ""},
+      {s.Right(-5), ""},
+      {s.Right(10), "0123456789"},
+      {s.Right(INT_MAX), "0123456789"},
+      {s.Mid(4), "456789"},
+      {s.Mid(10), ""},
+      {s.Mid(11), ""},
+      {s.Mid(-2), "0123456789"},
+      {s.Mid(4, 2), "45"},
+      {s.Mid(4, 0), ""},
+      {s.Mid(4, -1), ""},
+      {s.Mid(8, 5), "89"},
+      {s.Mid(-3, 2), "01"},
+      {s.Mid(2, INT_MAX), "23456789"},
+      {s.Mid(INT_MAX, INT_MAX), ""},
       {s.Mid(INT_MIN, 1), "0"},
-      {s.SpanIncluding("3210"), "0123"},   {s.SpanIncluding("9"), ""},    {s.SpanIncluding(""), ""},
-      {s.SpanIncluding(nullptr), ""},      {s.SpanIncluding("0123456789"), "0123456789"},
-      {s.SpanExcluding("54"), "0123"},     {s.SpanExcluding("x"), "0123456789"},
-      {s.SpanExcluding(""), "0123456789"}, {s.SpanExcluding("0"), ""},
+      {s.SpanIncluding("3210"), "0123"},
+      {s.SpanIncluding("9"), ""},
+      {s.SpanIncluding(""), ""},
+      {s.SpanIncluding(nullptr), ""},
+      {s.SpanIncluding("0123456789"), "0123456789"},
+      {s.SpanExcluding("54"), "0123"},
+      {s.SpanExcluding("x"), "0123456789"},
+      {s.SpanExcluding(""), "0123456789"},
+      {s.SpanExcluding("0"), ""},
   };
   int i = 0;
   for (const Row& row : rows) EXPECT_EQ(Text(row.part), row.expected) << i++;
@@ -432,8 +452,8 @@ TEST(CString, Replaces) {
       {"abc", "d", "x", "abc", 0},
       {"", "a", "x", "", 0},
       {"aaa", "a", "", "", 3},
-      {"aaaa", "aa", "a", "aa", 2},      // one pass: what it makes is not looked at again
-      {"aaa", "aa", "x", "xa", 1},       // occurrences do not overlap
+      {"aaaa", "aa", "a", "aa", 2},  // one pass: what it makes is not looked at again
+      {"aaa", "aa", "x", "xa", 1},   // occurrences do not overlap
       {"abababa", "aba", "x", "xbx", 2},
       {"%", "%", "%%", "%%", 1},
       {"a\0b\0c"sv, "\0"sv, "--", "a--b--c", 2},
@@ -469,8 +489,13 @@ TEST(CString, InsertsAndDeletes) {
     int nPos;
     const char* expected;
   };
-  for (const Insertion& row : {Insertion{0, "XYabc"}, {1, "aXYbc"}, {3, "abcXY"}, {4, "abcXY"}, {-1, "XYabc"},
-                               {INT_MAX, "abcXY"}, {INT_MIN, "XYabc"}}) {
+  for (const Insertion& row : {Insertion{0, "XYabc"},
+                               {1, "aXYbc"},
+                               {3, "abcXY"},
+                               {4, "abcXY"},
+                               {-1, "XYabc"},
+                               {INT_MAX, "abcXY"},
+                               {INT_MIN, "XYabc"}}) {
     CString s("abc");
     EXPECT_EQ(s.Insert(row.nPos, "XY"), 5);
     EXPECT_EQ(Text(s), row.expected) << row.nPos;
@@ -484,10 +509,19 @@ TEST(CString, InsertsAndDeletes) {
     int nPos, nCount;
     const char* expected;
   };
-  for (const Deletion& row :
-       {Deletion{0, 1, "bcdef"}, {0, 6, ""}, {0, INT_MAX, ""}, {2, 2, "abef"}, {5, 1, "abcde"}, {5, 9, "abcde"},
-        {6, 1, "abcdef"}, {7, 1, "abcdef"}, {-1, 2, "cdef"}, {1, 0, "abcdef"}, {1, -1, "abcdef"},
-        {INT_MIN, 1, "bcdef"}, {INT_MAX, INT_MAX, "abcdef"}}) {
+  for (const Deletion& row : {Deletion{0, 1, "bcdef"},
+                              {0, 6, ""},
+                              {0, INT_MAX, ""},
+                              {2, 2, "abef"},
+                              {5, 1, "abcde"},
+                              {5, 9, "abcde"},
+                              {6, 1, "abcdef"},
+                              {7, 1, "abcdef"},
+                              {-1, 2, "cdef"},
+                              {1, 0, "abcdef"},
+                              {1, -1, "abcdef"},
+                              {INT_MIN, 1, "bcdef"},
+                              {INT_MAX, INT_MAX, "abcdef"}}) {
     CString d("abcdef");
     EXPECT_EQ(d.Delete(row.nPos, row.nCount), static_cast<int>(std::strlen(row.expected)));
     EXPECT_EQ(Text(d), row.expected) << row.nPos << "," << row.nCount;
@@ -727,15 +761,46 @@ TEST(CString, BehavesLikeAStandardString) {
     const auto at = std::min(static_cast<std::size_t>(std::max(nPos, 0)), m.size());
     const auto count = static_cast<std::size_t>(std::max(nCount, 0));
     switch (pick(22)) {
-      case 0: t = tested[b]; m = model[b]; break;
-      case 1: t += tested[b]; m += std::string(model[b]); break;
-      case 2: { const std::string s = randomText(); t = std::string_view(s); m = s; break; }
-      case 3: { const std::string s = randomText(); t += std::string_view(s); m += s; break; }
-      case 4: t.Insert(nPos, tested[b].View()); m.insert(at, std::string(model[b])); break;
-      case 5: t.Delete(nPos, nCount); m.erase(at, count); break;
-      case 6: t = t.Mid(nPos, nCount); m = m.substr(at, count); break;
-      case 7: t = t.Left(nCount); m = m.substr(0, count); break;
-      case 8: t = t.Right(nCount); m = m.substr(m.size() - std::min(count, m.size())); break;
+      case 0:
+        t = tested[b];
+        m = model[b];
+        break;
+      case 1:
+        t += tested[b];
+        m += std::string(model[b]);
+        break;
+      case 2: {
+        const std::string s = randomText();
+        t = std::string_view(s);
+        m = s;
+        break;
+      }
+      case 3: {
+        const std::string s = randomText();
+        t += std::string_view(s);
+        m += s;
+        break;
+      }
+      case 4:
+        t.Insert(nPos, tested[b].View());
+        m.insert(at, std::string(model[b]));
+        break;
+      case 5:
+        t.Delete(nPos, nCount);
+        m.erase(at, count);
+        break;
+      case 6:
+        t = t.Mid(nPos, nCount);
+        m = m.substr(at, count);
+        break;
+      case 7:
+        t = t.Left(nCount);
+        m = m.substr(0, count);
+        break;
+      case 8:
+        t = t.Right(nCount);
+        m = m.substr(m.size() - std::min(count, m.size()));
+        break;
       case 9: {
         const auto first = m.find_first_not_of(" \t\n\v\f\r");
         m = first == std::string::npos ? "" : m.substr(first, m.find_last_not_of(" \t\n\v\f\r") - first + 1);
@@ -749,17 +814,52 @@ TEST(CString, BehavesLikeAStandardString) {
         ASSERT_EQ(n, nExpected);
         break;
       }
-      case 11: t.Remove('b'); std::erase(m, 'b'); break;
-      case 12: t.Truncate(nCount < 0 ? 0 : nCount); m = m.substr(0, count); break;
-      case 13: if (at < m.size()) { t.SetAt(static_cast<int>(at), 'q'); m[at] = 'q'; } break;
-      case 14: t.MakeReverse(); std::reverse(m.begin(), m.end()); break;
-      case 15: t = tested[a] + tested[b]; m = m + model[b]; break;
-      case 16: std::swap(tested[a], tested[b]); std::swap(model[a], model[b]); break;
-      case 17: { CString moved(std::move(t)); t = std::move(moved); break; }
-      case 18: t = t.View().substr(at); m = std::string(m.substr(at)); break;
-      case 19: t.GetBuffer(pick(100)); t.ReleaseBuffer(static_cast<int>(m.size())); break;
-      case 20: t.Preallocate(pick(600)); break;
-      case 21: t += '\0'; m += '\0'; break;
+      case 11:
+        t.Remove('b');
+        std::erase(m, 'b');
+        break;
+      case 12:
+        t.Truncate(nCount < 0 ? 0 : nCount);
+        m = m.substr(0, count);
+        break;
+      case 13:
+        if (at < m.size()) {
+          t.SetAt(static_cast<int>(at), 'q');
+          m[at] = 'q';
+        }
+        break;
+      case 14:
+        t.MakeReverse();
+        std::reverse(m.begin(), m.end());
+        break;
+      case 15:
+        t = tested[a] + tested[b];
+        m = m + model[b];
+        break;
+      case 16:
+        std::swap(tested[a], tested[b]);
+        std::swap(model[a], model[b]);
+        break;
+      case 17: {
+        CString moved(std::move(t));
+        t = std::move(moved);
+        break;
+      }
+      case 18:
+        t = t.View().substr(at);
+        m = std::string(m.substr(at));
+        break;
+      case 19:
+        t.GetBuffer(pick(100));
+        t.ReleaseBuffer(static_cast<int>(m.size()));
+        break;
+      case 20:
+        t.Preallocate(pick(600));
+        break;
+      case 21:
+        t += '\0';
+        m += '\0';
+        break;
     }
     if (m.size() > 3000) {
       m.resize(10);
