@@ -7,7 +7,7 @@
 #include "base/TextOut.h"
 #include "designdata/RecordFields.h"
 
-/// How a package is mounted: a solder specification and the footprints that serve it.
+/// How a package is mounted: a soldering process and the footprints that serve it.
 class CVRXoutPackageMountForm : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -26,7 +26,7 @@ class CVRXoutPackageMountForm : public laminate::Pooled {
   int nPrint2File(FILE* fp, int nIndex);
   void Write(laminate::TextOut& out, int nIndex) const;
 
-  CString m_sSpec;                   ///< solder specification
+  CString m_sSpec;                   ///< soldering process that it is for
   CString m_sBottomFootprint;        ///< footprint for the bottom side; empty when there is none
   CString m_sFootprintRef;           ///< footprint
   CString m_sMountForm = "default";  ///< name of the mount form
@@ -72,9 +72,9 @@ class CVRXoutPackage : public laminate::Pooled {
   /// of a package without a name. A null stream raises.
   int nPrint2File(FILE* fp);
   void Write(laminate::TextOut& out) const;
-  /// The first mount form of exactly that solder specification, or null; it stays the package's.
+  /// The first mount form for exactly that soldering process, or null; it stays the package's.
   CVRXoutPackageMountForm* pGetOutPackageMountFormWithSolderSpec(CString sSpec) const;
-  /// Appends a default mount form with that solder specification unless there is one already.
+  /// Appends a default mount form for that soldering process unless there is one already.
   void vFindSpecWithNameAndNoneCaseRegister(CString sSpec);
 
   CString m_sType;                                            ///< SMD, DIP, user-defined, ...

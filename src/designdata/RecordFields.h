@@ -32,6 +32,7 @@ enum FieldMark : unsigned {
 template <auto kMember, unsigned kMarks = 0>
 struct Field {
   static constexpr auto member = kMember;
+  static constexpr unsigned marks = kMarks;
   static constexpr bool Is(FieldMark mark) { return (kMarks & mark) != 0; }
 };
 

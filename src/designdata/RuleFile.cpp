@@ -9,6 +9,7 @@
 #include "designdata/RecordLookup.h"
 #include "reader/CECadCls.h"
 #include "reader/Grammar.h"
+#include "reader/ObjectRow.h"
 
 // A rule file:
 //
@@ -66,13 +67,6 @@ template <class Form, class T>
 void Take(const Form& form, RuleWalk& walk, const CECadClsLvl& node, T& object) {
   WalkChildren(form, node, object, walk.context,
                [&](const CECadClsLvl& child) { SkipChild(walk.context, node, child); });
-}
-
-template <class Visit>
-void ForEachChild(const CECadClsLvl& node, Visit&& visit) {
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
-    if (pChild != nullptr) visit(*pChild);
-  }
 }
 
 // ---- records of a fixed make: each field comes from the keyword or from a value of the form itself ----

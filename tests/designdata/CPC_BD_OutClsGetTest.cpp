@@ -1,0 +1,486 @@
+#include "designdata/CPC_BD_OutClsGet.h"
+
+#include <cerrno>
+
+#include "designdata/CWOQBDLayerForExport.h"
+#include "designdata/DesignDataTestSupport.h"
+
+namespace {
+
+using laminate::LoadStatus;
+using testing::ElementsAre;
+using testing::HasSubstr;
+
+TEST(DesignDataFacade, IsEmptyWhenNew) {
+  CPC_BD_OutClsGet data;
+  EXPECT_EQ(Show(data), "{,,[],{[],},[],[],[],[],[],[],[],[],[],[],[],[],{[],[],[],[],[]},[]}");
+  EXPECT_TRUE(data.GetLoadStatus().IsOk());
+  EXPECT_EQ(data.m_nVersion + 0, 2);
+  EXPECT_EQ(data.pGetOutPackageFromArray("a"), nullptr);
+  EXPECT_EQ(data.pGetOutPackageFromArrayWithFootprintName("a"), nullptr);
+  EXPECT_EQ(data.pGetOutPrfFunctionWithName("a"), nullptr);
+  EXPECT_EQ(data.pGetOutPrfPinAssignWithName("a"), nullptr);
+  EXPECT_EQ(data.pGetOutRufCompFromArray("a"), nullptr);
+  EXPECT_EQ(data.pGetOutRufNetFromName("a"), nullptr);
+  EXPECT_EQ(data.pGetOutPrfPartFromPackageRefName("a"), nullptr);
+  EXPECT_EQ(data.pGetBDoutPrfPartFromArrayWithPackageName("a"), nullptr);
+  EXPECT_EQ(data.pGetOutPrfPartFromArray("a"), nullptr);
+  EXPECT_EQ(data.GetPinTypeWithPinNo("a", 1), "");
+}
+
+// ---- text helpers ----
+TEST(DesignDataFacade, CutsColumns) {
+  struct Case {
+    const char* name;
+    std::string_view line;
+    std::vector<std::string> columns;
+  };
+  const Case kCases[] = {
+      {"words", "a b c", {"a", "b", "c"}},
+      {"runs of blanks", "  a   b  ", {"a", "b"}},
+      {"tab at the ends only", "\ta\tb \t", {"a\tb"}},
+      {"unit", "(unit mm)", {"(unit", "mm)"}},
+      {"quoted", "(part \"A B\"", {"(part", "A B"}},
+      {"quoted and bracket", "(packageRef \"A\")", {"(packageRef", "A", ")"}},
+      {"empty quotes", "(spec \"\")", {"(spec", "", ")"}},
+      {"unclosed quote", "a \"b c", {"a", "b c"}},
+      {"text before a quote", "x\"b c\"y", {"x", "b c", "y"}},
+      {"nine columns of a port",
+       "(port \"1\" (symbPinId 2) (portName \"A\") (portType INOUT))",
+       {"(port", "1", "(symbPinId", "2)", "(portName", "A", ")", "(portType", "INOUT))"}},
+      {"NUL", "a \0b c"sv, {"a", "\0b"s, "c"}},
+  };
+  const CPC_BD_OutClsGet data;
+  for (const Case& c : kCases) {
+    SCOPED_TRACE(c.name);
+    EXPECT_EQ(data.sGetNthColumn(CString(c.line), 0), "");
+    for (std::size_t i = 0; i < c.columns.size(); ++i) {
+      EXPECT_EQ(std::string(data.sGetNthColumn(CString(c.line), static_cast<int>(i) + 1).View()), c.columns[i]);
+    }
+    EXPECT_EQ(data.sGetNthColumn(CString(c.line), static_cast<int>(c.columns.size()) + 1), "");
+    EXPECT_THROW(data.sGetNthColumn(CString(c.line), -1), CInvalidArgException);
+  }
+  EXPECT_EQ(data.sGetNthColumn("", 1), "");
+  EXPECT_THROW(data.sGetNthColumn("", -1), CInvalidArgException);
+}
+
+TEST(DesignDataFacade, CountsColumnsByBlanksAlone) {
+  const auto words = [](int n, const std::string& sLast = "w") {
+    std::string s;
+    for (int i = 1; i < n; ++i) s += "w ";
+    return s + sLast;
+  };
+  struct Case {
+    std::string line;
+    int count;
+  };
+  const Case kCases[] = {
+      {"", 1},
+      {"   ", 1},
+      {"a", 1},
+      {"a b", 2},
+      {"  a   b ", 2},
+      {"a\tb", 1},
+      {"\ta b", 2},
+      {"\"a b\" c", 3},
+      {words(99), 99},
+      {words(100), 100},
+      // The hundredth blank still stands behind the first letter of the rest.
+      {words(101), 1},
+      {words(102), 1},
+      {words(100, "abc d"), 3},
+      {words(100, "abcdefghij   d e f"), 10},
+  };
+  const CPC_BD_OutClsGet data;
+  for (const Case& c : kCases) EXPECT_EQ(data.nGetColumnCount(c.line.c_str()), c.count) << c.line;
+}
+
+TEST(DesignDataFacade, CleansStrings) {
+  struct Case {
+    const char* text;
+    const char* clean;
+  };
+  const Case kCases[] = {
+      {"\"ABC\"", "ABC"}, {"ABC)", "ABC"},  {"ABC\")", "ABC"},    {"\"ABC\")", "ABC)"},
+      {"", ""},           {")))", ""},      {"\"", ""},           {"A\"B)\")", "A\"B)"},
+      {"ABC)\"", "ABC)"}, {"A)B))", "A)B"}, {"ABC\"\"))", "ABC"}, {"\"A\"B\"", "AB"},
+  };
+  const CPC_BD_OutClsGet data;
+  for (const Case& c : kCases) {
+    CString s = c.text;
+    data.vCleanString(s);
+    EXPECT_EQ(s, c.clean) << c.text;
+  }
+}
+
+TEST(DesignDataFacade, FindsTextsInALists) {
+  CPC_BD_OutClsGet data;
+  CStringArray arr;
+  arr.Add("One");
+  arr.Add("");
+  EXPECT_EQ(data.bIsInCStringArray(arr, "One"), 1);
+  EXPECT_EQ(data.bIsInCStringArray(arr, "one"), 0);
+  EXPECT_EQ(data.bIsInCStringArray(arr, ""), 1);
+  arr.RemoveAt(1);
+  EXPECT_EQ(data.bIsInCStringArray(arr, ""), 0);
+}
+
+// ---- look-ups ----
+template <class X>
+void PutNullFirst(laminate::NamedArray<X>& arr) {
+  X* p = nullptr;
+  arr.InsertAt(0, p);
+}
+
+TEST(DesignDataFacade, LookUpsGiveTheFirstExactMatch) {
+  CPC_BD_OutClsGet data;
+  Load(data, Kind::package, "(package \"P\"\n)\n(package \"p\"\n)\n(package \"P\"\n)\n");
+  Load(data, Kind::parts,
+       "(part \"A\"\n(packageRef \"P\")\n)\n(part \"B\"\n(packageRef \"P\")\n)\n"
+       "(function \"F\"\n)\n(function \"F\"\n)\n(pinAssign \"Q\"\n)\n(pinAssign \"Q\"\n)\n");
+  Load(data, Kind::rules, "(design d (rule (net N) (net N)) (assign (comp C) (comp C)))");
+  // A host may have put a null slot in front.
+  PutNullFirst(*data.m_pPackageArray);
+  PutNullFirst(*data.m_pPrfPartArray);
+  PutNullFirst(*data.m_pPrfFunctionArray);
+  PutNullFirst(*data.m_pPrfPinAssignArray);
+  PutNullFirst(*data.m_pRufNetArray);
+  PutNullFirst(*data.m_pRufCompArray);
+  EXPECT_EQ(data.pGetOutPackageFromArray("P"), data.m_pPackageArray->GetAt(1));
+  EXPECT_EQ(data.pGetOutPackageFromArray("p"), data.m_pPackageArray->GetAt(2));
+  EXPECT_EQ(data.pGetOutPackageFromArray("P "), nullptr);
+  EXPECT_EQ(data.pGetOutPrfFunctionWithName("F"), data.m_pPrfFunctionArray->GetAt(1));
+  EXPECT_EQ(data.pGetOutPrfFunctionWithName("f"), nullptr);
+  EXPECT_EQ(data.pGetOutPrfPinAssignWithName("Q"), data.m_pPrfPinAssignArray->GetAt(1));
+  EXPECT_EQ(data.pGetOutPrfPinAssignWithName("q"), nullptr);
+  EXPECT_EQ(data.pGetOutRufNetFromName("N"), data.m_pRufNetArray->GetAt(1));
+  EXPECT_EQ(data.pGetOutRufNetFromName("n"), nullptr);
+  EXPECT_EQ(data.pGetOutRufCompFromArray("C"), data.m_pRufCompArray->GetAt(1));
+  EXPECT_EQ(data.pGetOutRufCompFromArray("c"), nullptr);
+  EXPECT_EQ(data.pGetOutPrfPartFromPackageRefName("P"), data.m_pPrfPartArray->GetAt(1));
+  EXPECT_EQ(data.pGetBDoutPrfPartFromArrayWithPackageName("P"), data.m_pPrfPartArray->GetAt(1));
+  EXPECT_EQ(data.pGetBDoutPrfPartFromArrayWithPackageName("p"), nullptr);
+}
+
+TEST(DesignDataFacade, FindsAPartByItsNameAndThenByItsFolderName) {
+  const auto pData = Loaded(Kind::parts, "(part \"A/B\"\n)\n(part \"A_B\"\n)\n(part \"C:D\"\n)\n(part \"C?D\"\n)\n");
+  const CVRXoutPrfPartArray& parts = *pData->m_pPrfPartArray;
+  EXPECT_EQ(pData->pGetOutPrfPartFromArray("A_B"), parts.GetAt(1));  // the exact match counts, though it stands later
+  EXPECT_EQ(pData->pGetOutPrfPartFromArray("A/B"), parts.GetAt(0));
+  EXPECT_EQ(pData->pGetOutPrfPartFromArray("C_D"), parts.GetAt(2));
+  EXPECT_EQ(pData->pGetOutPrfPartFromArray("C?D"), parts.GetAt(3));
+  EXPECT_EQ(pData->pGetOutPrfPartFromArray("C/D"), nullptr);
+  EXPECT_EQ(parts.GetAt(2)->m_sName, "C:D");
+}
+
+TEST(DesignDataFacade, FootprintLookUpIgnoresItsArgument) {
+  const auto pData = Loaded(Kind::package,
+                            "(package \"FULL\"\n(mountForm a\n(footprintRef \"F\")\n(bottomFootprint \"B\")\n)\n)\n"
+                            "(package \"NONE\"\n)\n"
+                            "(package \"TOP\"\n(mountForm a\n(footprintRef \"F\")\n(bottomFootprint \"B\")\n)\n"
+                            "(mountForm b\n(footprintRef \"F\")\n)\n)\n");
+  EXPECT_EQ(pData->pGetOutPackageFromArrayWithFootprintName("F")->m_sName, "TOP");
+  EXPECT_EQ(pData->pGetOutPackageFromArrayWithFootprintName("")->m_sName, "TOP");
+  pData->m_pPackageArray->GetAt(2)->m_pMountFormArray->GetAt(1)->m_sBottomFootprint = "B";
+  EXPECT_EQ(pData->pGetOutPackageFromArrayWithFootprintName("F"), nullptr);
+  pData->m_pPackageArray->GetAt(0)->m_pMountFormArray->GetAt(0)->m_sFootprintRef = "";
+  EXPECT_EQ(pData->pGetOutPackageFromArrayWithFootprintName("F")->m_sName, "FULL");
+}
+
+TEST(DesignDataFacade, PinTypeIsThatOfTheLastPort) {
+  const auto pData = Loaded(Kind::parts,
+                            "(function \"F\"\n(port \"A\" (symbPinId 1) (portType \"IN\" ))\n"
+                            "(port \"B\" (symbPinId 2) (portType \"OUT\" ))\n"
+                            "(port \"C\" (symbPinId 1) (portType \"POWER\" ))\n)\n");
+  EXPECT_EQ(pData->GetPinTypeWithPinNo("F", 1), "POWER");
+  EXPECT_EQ(pData->GetPinTypeWithPinNo("F", 2), "OUT");
+  EXPECT_EQ(pData->GetPinTypeWithPinNo("F", 3), "");
+  EXPECT_EQ(pData->GetPinTypeWithPinNo("G", 1), "");
+}
+
+TEST(DesignDataFacade, NullArraysRaise) {
+  CPC_BD_OutClsGet data;
+  delete std::exchange(data.m_pPackageArray, nullptr);
+  delete std::exchange(data.m_pPrfPartArray, nullptr);
+  EXPECT_THROW(data.pGetOutPackageFromArray("a"), CInvalidArgException);
+  EXPECT_THROW(data.pGetOutPrfPartFromArray("a"), CInvalidArgException);
+  EXPECT_THROW(Load(data, Kind::parts, "(part \"A\"\n"), CInvalidArgException);
+  EXPECT_THROW(Image(data), CInvalidArgException);
+  CPC_BD_OutClsGet other;
+  EXPECT_THROW(other = data, CInvalidArgException);
+  EXPECT_THROW(laminate::FindPartByPinAssign(nullptr, "a"), CInvalidArgException);
+}
+
+// ---- loads in common ----
+TEST(DesignDataFacade, LoadsAppend) {
+  CPC_BD_OutClsGet data;
+  for (int i = 1; i <= 2; ++i) {
+    Load(data, Kind::parts, "(part \"A\"\n)\n(function \"F\"\n)\n(pinAssign \"Q\"\n)\n");
+    Load(data, Kind::package, "(package \"P\"\n)\n");
+    Load(data, Kind::components, "$COMP \"C\"\n$COMP_END\n");
+    Load(data, Kind::rules, "(design d (rule (net N)))");
+    EXPECT_EQ(data.m_pPrfPartArray->GetSize(), i);
+    EXPECT_EQ(data.m_pPrfFunctionArray->GetSize(), i);
+    EXPECT_EQ(data.m_pPrfPinAssignArray->GetSize(), i);
+    EXPECT_EQ(data.m_pPackageArray->GetSize(), i);
+    EXPECT_EQ(data.m_pLcdbCmpCompArray->GetSize(), i);
+    EXPECT_EQ(data.m_pRufNetArray->GetSize(), i);
+  }
+}
+
+/// Fails the n-th call of reading, or opening.
+class FailingFileSystem : public MemoryFileSystem {
+ public:
+  int openError = 0;
+  int readsUntilError = 1000;
+  Handle OpenForReading(const char* szPath) override {
+    return openError != 0 ? openError : MemoryFileSystem::OpenForReading(szPath);
+  }
+  std::int64_t Read(Handle h, void* pBuffer, std::size_t nBytes) override {
+    if (readsUntilError-- == 0) return -EIO;
+    // In small bites, so that a file takes several reads.
+    return MemoryFileSystem::Read(h, pBuffer, std::min<std::size_t>(nBytes, 8));
+  }
+};
+
+TEST(DesignDataFacade, AFileThatCannotBeReadChangesNothing) {
+  const std::pair<Kind, std::string> kFiles[] = {
+      {Kind::package, "(package \"P\"\n)\n(package \"Q\"\n)\n"},
+      {Kind::parts, "(part \"A\"\n)\n(part \"B\"\n)\n"},
+      {Kind::components, "$COMP \"C\"\n$COMP_END\n$COMP \"D\"\n$COMP_END\n"},
+      {Kind::rules, "(design d (rule (net N) (net M)))\n"},
+  };
+  for (const auto& [kind, text] : kFiles) {
+    SCOPED_TRACE(text);
+    for (const bool bOpen : {true, false}) {
+      FailingFileSystem fileSystem;
+      fileSystem.files["file"] = text;
+      if (bOpen) {
+        fileSystem.openError = -EACCES;
+      } else {
+        fileSystem.readsUntilError = 3;
+      }
+      const laminate::FileSystemScope scope(fileSystem);
+      CPC_BD_OutClsGet data;
+      const std::string before = Show(data);
+      LoadPath(data, kind, "file");
+      EXPECT_EQ(Show(data), before);
+      EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::cannotOpen);
+      EXPECT_EQ(data.GetLoadStatus().m_sFile, "file");
+      EXPECT_EQ(data.GetLoadStatus().m_nLine, 0);
+      EXPECT_FALSE(data.GetLoadStatus().m_sText.IsEmpty());
+      EXPECT_EQ(fileSystem.OpenCount(), 0u);
+    }
+    // Missing; a folder; then a good one clears the status.
+    CPC_BD_OutClsGet data;
+    LoadPath(data, kind, "/nowhere/at/all");
+    EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::cannotOpen);
+    LoadPath(data, kind, "/tmp");
+    EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::cannotOpen);
+    Load(data, kind, text);
+    EXPECT_TRUE(data.GetLoadStatus().IsOk());
+    Load(data, kind, "");
+    EXPECT_TRUE(data.GetLoadStatus().IsOk());
+  }
+}
+
+TEST(DesignDataFacade, EmptyFilesChangeNothing) {
+  for (const Kind kind : {Kind::package, Kind::parts, Kind::components, Kind::rules}) {
+    for (const std::string_view text : {""sv, "\n"sv, "  \t\r\n\n"sv, "\0"sv}) {
+      EXPECT_EQ(Show(*Loaded(kind, text)), Show(CPC_BD_OutClsGet()));
+    }
+  }
+}
+
+TEST(DesignDataFacade, LineEndsOfBothKinds) {
+  const std::string lf =
+      "(unit mm)\n(package \"A B\"\n\n  (type SMD)\n(mountForm m\n(footprintRef F)\n(spec \"s\")\n)\n)";
+  std::string crlf;
+  for (const char ch : lf) crlf += ch == '\n' ? "\r\n" : std::string(1, ch);
+  const auto a = Loaded(Kind::package, lf);
+  const auto b = Loaded(Kind::package, crlf);
+  EXPECT_EQ(Show(*a), Show(*b));
+  EXPECT_EQ(Show(*a->m_pPackageArray), "[{1,SMD,A B,[{m,s,,F}]}]");
+  // A lone CR is a byte of its line.
+  EXPECT_EQ(Show(*Loaded(Kind::package, "(package A\rB\n)\n)")->m_pPackageArray), "[{1,,A\rB,[]}]");
+  // What a line ends in is looked at without its line end.
+  const auto c = Loaded(Kind::parts, "(part P\r\n(stockInfo S)\r\n(partClass X)\r\n)\r\n");
+  EXPECT_EQ(c->m_pPrfPartArray->GetAt(0)->m_sPartClass, "X");
+}
+
+TEST(DesignDataFacade, NulIsAByteLikeAnyOther) {
+  const auto pData = Loaded(Kind::parts, "(part \"A\0B\"\n(polarity \0x)\n)\n"sv);
+  const CVRXoutPrfPart& part = *pData->m_pPrfPartArray->GetAt(0);
+  EXPECT_EQ(part.m_sName, "A\0B"sv);
+  EXPECT_EQ(part.m_pPropertyArray->GetAt(0)->m_sComment, "\0x"sv);
+  EXPECT_EQ(pData->m_pPrfPartArray->bExistSameUpfWithPartName(CString("A\0B"sv)), 1);
+  EXPECT_EQ(pData->m_pPrfPartArray->bExistSameUpfWithPartName("A"), 0);
+  // A keyword is compared whole.
+  EXPECT_EQ(Loaded(Kind::parts, "(part\0 \"A\"\n"sv)->m_pPrfPartArray->GetSize(), 0);
+}
+
+TEST(DesignDataFacade, LongLinesAndLastLinesWithoutEnd) {
+  const std::string name(300000, 'n');
+  const auto pData = Loaded(Kind::package, "(package \"" + name + "\"\n)");
+  EXPECT_EQ(pData->m_pPackageArray->GetAt(0)->m_sName, std::string_view(name));
+}
+
+// ---- assignment and comparison of the facade as a whole ----
+TEST(DesignDataFacade, AssignmentCrossesUnitAndHostText) {
+  CPC_BD_OutClsGet a;
+  CPC_BD_OutClsGet b;
+  b.m_sUnit = "mm";
+  b.m_sHostText = "text";
+  b.m_aHostList1.Add("one");
+  b.m_aHostList2.Add("two");
+  a.m_sUnit = "inch";
+  a = b;
+  EXPECT_EQ(a.m_sUnit, "text");
+  EXPECT_EQ(a.m_sHostText, "text");
+  EXPECT_EQ(Show(a.m_aHostList1), "[one]");
+  EXPECT_EQ(Show(a.m_aHostList2), "[two]");
+  EXPECT_EQ(b.m_sUnit, "mm");
+  b = static_cast<const CPC_BD_OutClsGet&>(b);
+  EXPECT_EQ(b.m_sUnit, "mm");
+}
+
+// ---- the layer map ----
+TEST(LayerMap, GivesTheFirstNameOfAnId) {
+  CWOQBDLayerForExportArray map;
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(0), "");
+  const auto add = [&map](int nId, const char* szName) {
+    auto p = std::make_unique<CWOQBDLayerForExport>();
+    EXPECT_EQ(p->m_nWOQLayID, 0);
+    EXPECT_EQ(p->m_sBDLayerName, "");
+    p->m_nWOQLayID = nId;
+    p->m_sBDLayerName = szName;
+    laminate::AppendOwned(map, std::move(p));
+  };
+  add(3, "three");
+  add(3, "other");
+  add(-1, "");
+  map.Add(nullptr);
+  add(7, "seven");
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "three");
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(-1), "");
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(7), "seven");
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(8), "");
+  CWOQBDLayerForExport copy(*map.GetAt(0));
+  EXPECT_EQ(copy.m_sBDLayerName, "three");
+  EXPECT_EQ(copy.m_nWOQLayID, 3);
+  CWOQBDLayerForExport target;
+  target = copy;
+  EXPECT_EQ(target.m_sBDLayerName, "three");
+  EXPECT_EQ(target.m_nWOQLayID, 3);
+}
+
+// ---- remarks ----
+std::vector<std::string> Remarks(const laminate::Diagnostics& diagnostics) {
+  std::vector<std::string> lines;
+  for (const laminate::Diagnostic& d : diagnostics.list) {
+    constexpr const char* kSeverities[] = {"error", "warning", "note"};
+    lines.push_back(std::string(d.file.View()) + ":" + std::to_string(d.line) + ":" + std::to_string(d.column) + ": " +
+                    kSeverities[static_cast<int>(d.severity)] + ": " + std::string(d.reason.View()));
+  }
+  return lines;
+}
+
+TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
+  struct Case {
+    Kind kind;
+    std::string_view text;
+    std::vector<std::string> remarks;
+  };
+  const Case kCases[] = {
+      {Kind::package, "(Japanese_coding: sjis)\n(unit mm)\n\n(package \"P\"\n)\n", {}},
+      {Kind::package,
+       "(uver 1)\n  (footprintRef F)\n(colour red)\n)\n",
+       {"file:1:1: warning: there is nothing yet that \"(uver\" could belong to: the line is skipped",
+        "file:2:3: warning: there is nothing yet that \"(footprintRef\" could belong to: the line is skipped",
+        "file:3:1: note: \"(colour\" means nothing outside a package: the line is skipped",
+        "file:4:1: note: \")\" means nothing outside a package: the line is skipped"}},
+      {Kind::package,
+       "(package \"P\"\n(spec \"s\")\n(mountForm a\n(mountForm b\n)\n(package \"Q\"\n)\n(package \"R\"\n",
+       {"file:2:1: note: \"(spec\" means nothing inside a package: the line is skipped",
+        "file:3:1: warning: mount form \"a\" is not closed: it is dropped",
+        "file:5:1: note: \")\" means nothing inside a mount form that stands in another one: the line is skipped",
+        "file:4:1: warning: mount form \"b\" is not closed: it is dropped",
+        "file:1:1: warning: package \"P\" is not closed: it is dropped",
+        "file:8:1: warning: package \"R\" is not closed: it is dropped"}},
+      {Kind::parts,
+       "(footprintRef F)\n(part \"A\"\n(interface\n(bus x)\n(function \"F\"\n(uver 2)\n(interface\n)\n)\n(pinAssign "
+       "\"Q\"\n",
+       {"file:1:1: warning: there is nothing yet that \"(footprintRef\" could belong to: the line is skipped",
+        "file:4:1: note: \"(bus\" means nothing inside a part's interface: the line is skipped",
+        "file:2:1: warning: interface of part \"A\" is not closed: what was read of it is kept",
+        "file:6:1: note: \"(uver\" means nothing inside a function: the line is skipped",
+        "file:7:1: note: \"(interface\" means nothing inside a function: the line is skipped",
+        "file:9:1: note: \")\" means nothing outside a block: the line is skipped",
+        "file:10:1: warning: pin assign \"Q\" is not closed: what was read of it is kept"}},
+      {Kind::components,
+       "pin 1 = A B\n$COMP \"C\"\ncolour = red\n$COMP \"D\"\n$COMP_END\n$COMP \"E\"\n",
+       {"file:1:1: warning: there is nothing yet that \"pin\" could belong to: the line is skipped",
+        "file:3:1: note: \"colour\" means nothing in a component: the line is skipped",
+        "file:2:1: warning: component \"C\" is not closed: it is dropped",
+        "file:6:1: warning: component \"E\" is not closed: it is dropped"}},
+      {Kind::rules,
+       "(design d\n(rule\n(colour red)\n(net N (x) (pinList (y)))\n(testRule (clearance 1 (pair A B)))))\n",
+       {"file:3:0: note: \"colour\" means nothing inside \"rule\": it is skipped",
+        "file:4:0: note: \"x\" means nothing inside \"net\": it is skipped",
+        "file:4:0: note: \"y\" means nothing inside \"pinList\": it is skipped",
+        "file:5:0: note: \"pair\" means nothing inside \"clearance\": it is skipped"}},
+  };
+  for (const Case& c : kCases) {
+    CPC_BD_OutClsGet data;
+    laminate::Diagnostics diagnostics;
+    data.SetDiagnostics(&diagnostics);
+    Load(data, c.kind, c.text);
+    EXPECT_EQ(Remarks(diagnostics), c.remarks) << c.text;
+    // Nothing is remarked without the object, and the records are the same.
+    EXPECT_EQ(Show(*Loaded(c.kind, c.text)), Show(data));
+  }
+}
+
+TEST(DesignDataRemarks, TellNamesThatAreDefinedNowhere) {
+  const std::string_view parts =
+      "(part \"A\"\n(packageRef \"P\")\n(pinAssignRef \"Q\")\n)\n(part \"B\"\n(packageRef \"X\")\n(pinAssignRef "
+      "\"Y\")\n)\n"
+      "(pinAssign \"Q\"\n(internal\n(funcInst (functionRef \"F\")\n)\n(funcInst (functionRef \"G\")\n)\n)\n)\n"
+      "(pinAssign \"Z\"\n)\n(function \"F\"\n)\n";
+  {
+    CPC_BD_OutClsGet data;
+    laminate::Diagnostics diagnostics;
+    data.SetDiagnostics(&diagnostics);
+    Load(data, Kind::parts, parts);
+    EXPECT_TRUE(diagnostics.list.empty());
+    data.ReportUndefinedNames();
+    // Without a package file no package can be missing.
+    EXPECT_THAT(Remarks(diagnostics),
+                ElementsAre("file:7:1: warning: pin assign \"Y\" is referred to and defined nowhere",
+                            "file:13:1: warning: function \"G\" is referred to and defined nowhere",
+                            "file:17:1: warning: pin assign \"Z\" belongs to no part: it is written without ports"));
+  }
+  {
+    CPC_BD_OutClsGet data;
+    laminate::Diagnostics diagnostics;
+    data.SetDiagnostics(&diagnostics);
+    Load(data, Kind::components,
+         "$COMP \"C\"\n functionName = F\n$COMP_END\n$COMP \"D\"\n functionName = H\n$COMP_END\n");
+    data.ReportUndefinedNames();
+    EXPECT_TRUE(diagnostics.list.empty());
+    Load(data, Kind::parts, parts);
+    Load(data, Kind::package, "(package \"P\"\n)\n");
+    data.ReportUndefinedNames();
+    EXPECT_THAT(Remarks(diagnostics),
+                ElementsAre("file:6:1: warning: package \"X\" is referred to and defined nowhere",
+                            "file:7:1: warning: pin assign \"Y\" is referred to and defined nowhere",
+                            "file:5:2: warning: function \"H\" is referred to and defined nowhere",
+                            "file:13:1: warning: function \"G\" is referred to and defined nowhere",
+                            "file:17:1: warning: pin assign \"Z\" belongs to no part: it is written without ports"));
+    data.SetDiagnostics(nullptr);
+    data.ReportUndefinedNames();
+    EXPECT_EQ(diagnostics.list.size(), 5u);
+  }
+}
+
+}  // namespace
