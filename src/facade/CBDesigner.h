@@ -1,0 +1,139 @@
+#pragma once
+#include <cstdio>
+
+#include "base/CProgressCtrl.h"
+#include "base/CString.h"
+#include "base/CStringArray.h"
+#include "base/LoadStatus.h"
+
+class CBDboardContainer;
+class CBDdrawObj;
+class CBDfootprintContainer;
+class CBDlibraryEntities;
+class CBDparameter;
+class CBDtechnologyContainer;
+class CBDvertexArray;
+class CECadCls;
+class CECadClsLvl;
+class CVRXoutPackageArray;
+class CVRXoutPrfFunctionArray;
+class CVRXoutPrfPart;
+class CVRXoutPrfPartArray;
+class CVRXoutPrfPinAssignArray;
+
+/// The root of the board database. It owns the six containers that hold one design for its whole life; reading,
+/// splitting and writing of the board and footprint files are its operations. A host reaches it through
+/// `CPC_BD_Cls_Get::pGetBDesigner` or makes one itself, and reads and changes the design through the public pointers.
+///
+/// Nothing empties the containers: each load adds to what they hold. Lengths are in mm, angles in degrees. Every
+/// operation runs on the caller's thread; one root serves one thread at a time.
+///
+/// A form of a file that lacks a value it needs raises `CInvalidArgException` out of a load. What was read until then
+/// stays. A null argument where an object is needed raises it too.
+class CBDesigner {
+ public:
+  /// Creates the six containers, empty.
+  CBDesigner();
+  /// Copies member by member: the containers, the control and the log are shared, not cloned. Of the objects that share
+  /// them only one may be destroyed; the host clears the pointers of the others. There is no deep copy of a root.
+  CBDesigner(const CBDesigner&) = default;
+  /// As the copy constructor. The containers that this object held are not deleted: they are the host's to delete.
+  CBDesigner& operator=(const CBDesigner&) = default;
+  /// Deletes the six containers with all that is in them, each if not null. The log is left open.
+  virtual ~CBDesigner();
+
+  // ---- settings and small helpers ----
+
+  /// The control that the loads of board files move from now on, or null for none. Not owned: it must live as long as
+  /// loads run, also those of later calls.
+  void vSetPCFProgressPtr(CProgressCtrl* pProgress) { m_pPCFProgress = pProgress; }
+  /// A length in mm. A text with a "." is taken as it stands; any other is a count of database units, of which 100000
+  /// make one mm. Only the "." is looked for, so "1e3" counts as having none. Text that is no number gives 0.
+  double dDBUnit2Double(CString sText);
+  /// The layer kind of the first sub-layer of the board's technology with that name: "systemLayer" (also where the kind
+  /// is the word "type"), "conductive" or "nonConductive". Empty when there is none.
+  CString sGetLayerTypeFromSubLayer(CString sName);
+  /// The first part whose `m_sPinAssignRef` is `sPinAssign`, or null. It stays the array's. Null slots are passed over.
+  CVRXoutPrfPart* pGetBDoutPrfPart(CVRXoutPrfPartArray* pParts, CString sPinAssign);
+
+  // ---- loading a board file (.pcf) ----
+
+  /// The number of opening less that of closing brackets of a line outside strings. Strings may span lines: their state
+  /// is kept in `m_bInQuote` from call to call, and nothing resets it.
+  int nGetBraceCount(CString sLine);
+  /// Cuts a board file by bracket depth into "others.txt", a numbered piece per component and one per layer of the
+  /// board layout, in a working folder under `BKUtility::GetDataPath()`. Sets the two counts below, each when its
+  /// section ends. The folder stays.
+  void vSeparaePCFIntoSeveralFile(CString sPath);
+  /// Cuts a footprint file into a numbered piece per padstack and one per footprint, in "Data\Tmp" under
+  /// `BKUtility::GetDataPath()`. The pieces stay for the host.
+  void vSeparaeFTFIntoSeveralFile(CString sPath);
+  /// Loads a board file: cuts it into pieces, reads everything outside the two big sections, then the components, then
+  /// the layers, and removes the working folder. Sends the positions 40, 60, 80 and 100 to the control and writes to
+  /// the log. A file whose brackets do not balance ends the load with a line in the log; the working folder then stays.
+  /// `GetLoadStatus` tells how it ended.
+  void vParsePCF(CString sPath);
+  /// Reads the tree of "others.txt": version, technology, sub-boards, groups, nets, parameters, library entities. 0, or
+  /// -1 when it has no root form "pcf", "tcf" or "pnf": the reader is deleted then, and only then.
+  int nReadOtherAndPutInVDB(CECadCls* pReader);
+  /// Reads one "layer" form of the board layout and appends its shapes to the board. Always 0. The node stays the
+  /// caller's.
+  int nReadBoardLayerAndPutInVDB(CECadClsLvl* pNode);
+  /// Reads one "component" form and appends the component to the board. Always 0. The node stays the caller's.
+  int nReadComponentAndPutInVDB(CECadClsLvl* pNode);
+
+  // ---- loading a footprint file (.ftf) ----
+
+  /// Loads a footprint file whole into the footprint technology and the footprint container, and writes to the log.
+  /// A file without a root form "ftf" gives nothing. `GetLoadStatus` tells how it ended.
+  void vParseFTF(CString sPath);
+  /// Reads only the footprints whose names are in `arrNames`, without their "uver" and properties and with the first
+  /// layer of each pin. The rest of the file is only scanned.
+  void vParseFTFInKOTRAndGetFootprints(CString sPath, CStringArray& arrNames);
+  /// Reads only the footprint layers, all pads and all padstacks.
+  void vParseFTFInKOTRAndGetPadsAndPadstacks(CString sPath);
+
+  // ---- shapes ----
+
+  /// The shape that a form of a geometry section stands for, on the given layer; `nRefer` is 1 inside a "refer". The
+  /// caller owns the result. Null for a keyword that stands for no shape; one that is not known shows a message box.
+  CBDdrawObj* pCECadClsLvl2CBDdrawObj(CECadClsLvl* pNode, int nLayerNumber, CString sLayerName, CString sLayerType,
+                                      int nRefer);
+  /// Appends the vertices that a form holds to an array, which owns them.
+  void vInsertVertexIntoCBDvertexArray(CECadClsLvl* pNode, CBDvertexArray* pArray);
+
+  // ---- writing ----
+
+  /// Writes the design as a set of files: the stem is `sPath` without a ".pcf" at its end, followed by ".pcf", ".ftf",
+  /// ".tcf", ".pkf" (not with null `pPackages`) and ".cdf". Null part, pin-assign and function arrays count as empty.
+  /// The arrays stay the caller's; `pBDesigner` has no effect. Always 0.
+  ///
+  /// Each file appears whole: it is written beside its name and renamed into place when it is complete. A file that
+  /// cannot be written raises `CFileException` with its name and the cause; files already in place stay.
+  ///
+  /// Writing changes the database in small ways that the writers' classes tell, such as "%" becoming "%%" in net names:
+  /// a second call writes those changes once more.
+  int nPrint2File(CString sPath, CBDesigner* pBDesigner, CVRXoutPackageArray* pPackages, CVRXoutPrfPartArray* pParts,
+                  CVRXoutPrfPinAssignArray* pPinAssigns, CVRXoutPrfFunctionArray* pFunctions);
+
+  /// How the last load or split of this object ended: its first fault, or `ok`. A load that was ended by an exception
+  /// has the fault too. Lines are those of the host's own file.
+  const laminate::LoadStatus& GetLoadStatus() const { return m_status; }
+
+  int m_bInQuote;                                ///< string state of `nGetBraceCount`
+  CProgressCtrl* m_pPCFProgress;                 ///< moved by `vParsePCF`; null: none; the host's
+  CBDtechnologyContainer* m_pTechnology;         ///< technology of the board file; owned
+  CBDtechnologyContainer* m_pFtfTechnology;      ///< technology of the footprint file; owned
+  CBDfootprintContainer* m_pFootprintContainer;  ///< pads, padstacks and footprints; owned
+  CBDboardContainer* m_pBoardContainer;          ///< board contents; owned
+  CBDparameter* m_pParameter;                    ///< design parameters; owned
+  CBDlibraryEntities* m_pLibraryEntities;        ///< library references of the design; owned
+  CString m_sSpare;                              ///< copied with the object, not used otherwise
+  CString m_sVersion;                            ///< version read from the header of the board file
+  int m_nComponentFileCount;                     ///< component pieces of the last split
+  int m_nLayerFileCount;                         ///< layer pieces of the last split
+  FILE* m_pLogFile;                              ///< log of the loads; null: none; the host's, never closed here
+
+ private:
+  laminate::LoadStatus m_status;
+};

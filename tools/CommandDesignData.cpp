@@ -1,0 +1,96 @@
+#include <memory>
+
+#include "Command.h"
+#include "DesignData.h"
+#include "JsonDesignData.h"
+
+namespace laminate::cli {
+
+namespace {
+
+struct Options {
+  DesignDataFiles files;
+  std::string archive;
+  std::string output;
+  bool json = false;
+};
+
+void PrintPlain(OutputFile& out, const CPC_BD_OutClsGet& data) {
+  const auto line = [&out](std::string sLabel, const std::string& sValue) {
+    sLabel.resize(std::max<std::size_t>(sLabel.size() + 1, 20), ' ');
+    out.Write(sLabel + sValue + "\n");
+  };
+  const auto count = [&line](const char* szLabel, const auto& array) {
+    line(szLabel, std::to_string(array.GetSize()));
+  };
+  line("unit", data.m_sUnit.IsEmpty() ? "none" : OneLine(data.m_sUnit.View()));
+  count("packages", *data.m_pPackageArray);
+  count("parts", *data.m_pPrfPartArray);
+  count("pin assigns", *data.m_pPrfPinAssignArray);
+  count("functions", *data.m_pPrfFunctionArray);
+  count("stack-up layers", *data.m_pStackup->m_pLayerArray);
+  count("rules", *data.m_pRufRuleArray);
+  count("board settings", *data.m_pRufRuleBoardArray);
+  count("design rule stacks", *data.m_pDesignRuleStackArray);
+  count("trace rule stacks", *data.m_pTraceRuleStackArray);
+  count("nets", *data.m_pRufNetArray);
+  count("electrical nets", *data.m_pElectricalNetArray);
+  count("component settings", *data.m_pRufCompArray);
+  count("library components", *data.m_pLcdbCmpCompArray);
+}
+
+int Run(Console& console, const Settings& settings, const Options& options) {
+  const std::vector<std::string> inputs = options.files.List();
+  if (inputs.empty()) console.Fail({"laminate design-data"}, "no file is named", kUsage);
+  RefuseOutputOverInputs(console, options.output, inputs);
+  RefuseOutputOverInputs(console, options.archive, inputs);
+  if (!options.output.empty() && !options.archive.empty() && SameFile(options.output, options.archive)) {
+    console.Fail({options.output}, "two outputs have the same name", kUsage);
+  }
+  Host host(console, settings, inputs);
+  CPC_BD_OutClsGet data;
+  LoadDesignData(console, host, options.files, data);
+
+  if (options.archive.empty() || options.json || !options.output.empty()) {
+    OutputFile out(console, options.output);
+    if (options.json) {
+      JsonWriter json(out);
+      WriteDesignData(json, data);
+      json.Finish();
+    } else {
+      PrintPlain(out, data);
+    }
+    out.Commit();
+  }
+  if (!options.archive.empty()) {
+    OutputFile out(console, options.archive);
+    StoreArchive(out, data);
+    out.Commit();
+  }
+  return kDone;
+}
+
+}  // namespace
+
+Command DeclareDesignData(CLI::App& parent) {
+  auto pOptions = std::make_shared<Options>();
+  CLI::App* pApp = parent.add_subcommand(
+      "design-data",
+      "Loads the design data that stands beside a board: an archive first, then packages, parts, rules and "
+      "components; shows what was loaded, or archives it.");
+  const auto file = [pApp](const char* szName, std::string& sPath, const char* szHelp) {
+    pApp->add_option(szName, sPath, szHelp)->type_name("FILE");
+  };
+  file("--package", pOptions->files.package, "Package file");
+  file("--parts", pOptions->files.parts, "Parts file");
+  file("--rules", pOptions->files.rules, "Rule file");
+  file("--components", pOptions->files.components, "Component database file");
+  file("--archive-in", pOptions->files.archive, "Archive to load first");
+  file("--archive-out", pOptions->archive, "Archive to write; \"-\" is standard output");
+  AddJsonOption(*pApp, pOptions->json);
+  AddOutputOption(*pApp, pOptions->output);
+  pApp->footer(Example("laminate design-data --package board.pkf --parts board.cdf --rules board.rul --json"));
+  return {pApp, [pOptions](Console& console, const Settings& settings) { return Run(console, settings, *pOptions); }};
+}
+
+}  // namespace laminate::cli
