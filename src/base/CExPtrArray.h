@@ -155,6 +155,18 @@ class NamedArray : public CExPtrArray<X*, X*>, public Pooled {
  public:
   NamedArray() = default;
   ~NamedArray() override { this->DeleteAll(); }
+
+  /// The raw form of the platform's pointer arrays, null slots left out. Loading deletes the elements and keeps nothing
+  /// of what it reads over. The arrays whose elements have a form of their own override this.
+  void Serialize(CArchive& ar) override {
+    if (ArchiveIsStoring(ar)) {
+      const auto nElements = this->GetSize() - std::count(this->begin(), this->end(), nullptr);
+      StoreRawElements(ar, nullptr, static_cast<std::uint64_t>(nElements), sizeof(X*), true);
+    } else {
+      this->DeleteAll();
+      CExPtrArray<X*, X*>::Serialize(ar);
+    }
+  }
 };
 
 /// Makes the objects that a record owns from its construction on: all of them or, when memory fails, none.
