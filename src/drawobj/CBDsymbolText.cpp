@@ -34,7 +34,9 @@ template <>
 std::vector<FormView<CBDsymbolText>> Grammar() {
   return {View<kSymbolText>(), View<kSymbolGeometry>()};
 }
-std::vector<FormView<CBDtext>> SymbolTextGrammar() { return {View<kSymbolInnerText>()}; }
+std::vector<FormView<CBDtext>> SymbolTextGrammar() {
+  return {View<kSymbolInnerText>()};
+}
 
 }  // namespace laminate
 

@@ -105,6 +105,10 @@ struct FlaggedSpec {
     object.*kFlag = 1;
     WalkChildren(kForm, node, object);
   }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    if (object.*kFlag != 0) grammar_detail::ShowForm<kForm, nullptr>(sKey, object, visitor);
+  }
 };
 
 }  // namespace shape_rows
@@ -254,5 +258,8 @@ template <>
 std::vector<FormView<CBDvertexArc>> Grammar();
 template <>
 std::vector<FormView<CBDvertexPt>> Grammar();
+
+/// The table of a symbol text's inner text.
+std::vector<FormView<CBDtext>> SymbolTextGrammar();
 
 }  // namespace laminate

@@ -128,6 +128,7 @@ void Replace(Base*& p) {
 }  // namespace
 
 int Next() { return ++g_n; }
+void Restart() { g_n = 100; }
 void Set(double& d) { d = Next() + 0.25; }
 void Set(int& n) { n = Next(); }
 void Set(CString& s) { s = CString("t" + std::to_string(Next())); }

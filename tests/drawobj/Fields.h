@@ -153,6 +153,8 @@ namespace filling {
 
 /// Counts up, so that no two fields are alike.
 int Next();
+/// From here on the same values come again.
+void Restart();
 void Set(double& d);
 void Set(int& n);
 void Set(CString& s);
