@@ -1,0 +1,287 @@
+#include "board/CBDboardContainer.h"
+
+#include <random>
+
+#include "board/CBDcompGroup.h"
+#include "board/CBDcomponent.h"
+#include "board/CBDnet.h"
+#include "board/CBDsubBoard.h"
+#include "drawobj/CBDdelete.h"
+#include "technology/RecordTestSupport.h"
+
+namespace {
+
+struct Layer {
+  int number = 0;
+  std::string name;
+  std::string type;
+};
+
+CBDdrawObj* Shape(const Layer& layer, int nId = 0) {
+  auto* p = new CBDdelete;
+  p->m_nLayerNumber = layer.number;
+  p->m_sLayerName = CString(layer.name);
+  p->m_sLayerType = CString(layer.type);
+  p->m_nCavityFrom = nId;  // tells the shapes apart
+  return p;
+}
+
+void Fill(CBDboardContainer& board, const std::vector<Layer>& layers) {
+  board.m_pDrawObjArray->DeleteAll();
+  int nId = 0;
+  for (const Layer& layer : layers) board.m_pDrawObjArray->Add(Shape(layer, nId++));
+}
+
+std::string Numbers(const CBDboardContainer& board) {
+  std::string s;
+  for (const CBDdrawObj* p : *board.m_pDrawObjArray) {
+    s += p == nullptr ? "-" : p->m_nLayerNumber != 0 ? std::to_string(p->m_nLayerNumber) : Str(p->m_sLayerName);
+    s += " ";
+  }
+  if (!s.empty()) s.pop_back();
+  return s;
+}
+
+// ---- gathering ----
+
+std::string Gathered(const std::string& layers) {
+  CBDboardContainer board;
+  std::vector<Layer> list;
+  std::istringstream in(layers);
+  for (std::string s; in >> s;) {
+    const bool bNumber = s.find_first_not_of("0123456789") == std::string::npos;
+    list.push_back({bNumber ? std::stoi(s) : 0, s == "_" ? "" : s, ""});
+  }
+  Fill(board, list);
+  board.vSortDrawObjForLayerOrder();
+  return Numbers(board);
+}
+
+TEST(LayoutGathering, ByNumber) {
+  EXPECT_EQ("", Gathered(""));
+  EXPECT_EQ("1", Gathered("1"));
+  EXPECT_EQ("2 2 1 1", Gathered("2 1 2 1"));
+  // The shape behind a gathered run leads none.
+  EXPECT_EQ("1 2 3 3 2", Gathered("1 2 3 2 3"));
+  EXPECT_EQ("1 1 1 2", Gathered("1 2 1 1"));
+  EXPECT_EQ("1 2 3 3 2 4 2", Gathered("1 2 3 2 3 4 2"));
+}
+
+TEST(LayoutGathering, ByName) {
+  EXPECT_EQ("a a b b", Gathered("a b a b"));
+  // By number they are one run, and the second pass gathers: behind the run of "a", "b" leads none.
+  EXPECT_EQ("a b c c b", Gathered("a b c b c"));
+  // The empty name is the one that counts as gathered at the start.
+  EXPECT_EQ("  a a ", Gathered("_ _ a _ a"));
+}
+
+TEST(LayoutGathering, NamesTakeShapesOfAnyNumberAlong) {
+  CBDboardContainer board;
+  Fill(board, {{0, "a", ""}, {3, "x", ""}, {3, "a", ""}});
+  board.vSortDrawObjForLayerOrder();
+  // "a" of layer 3 comes to the "a" that leads.
+  std::string ids;
+  for (const CBDdrawObj* p : *board.m_pDrawObjArray) ids += std::to_string(p->m_nCavityFrom);
+  EXPECT_EQ("021", ids);
+}
+
+// The two passes as they are told, moving one element at a time.
+template <class KeyOf, class Leads, class Key>
+void PlainPass(std::vector<CBDdrawObj*>& a, KeyOf keyOf, Leads leads, Key last) {
+  std::size_t i = 0;
+  while (i < a.size()) {
+    if (leads(a[i], last)) {
+      last = keyOf(a[i]);
+      ++i;
+      for (std::size_t j = i; j < a.size(); ++j) {
+        if (keyOf(a[j]) != last) continue;
+        CBDdrawObj* p = a[j];
+        a.erase(a.begin() + static_cast<std::ptrdiff_t>(j));
+        a.insert(a.begin() + static_cast<std::ptrdiff_t>(i), p);
+        ++i;
+      }
+    }
+    ++i;
+  }
+}
+
+std::vector<CBDdrawObj*> PlainlyGathered(const CBDdrawObjArray& shapes) {
+  std::vector<CBDdrawObj*> a(shapes.begin(), shapes.end());
+  const auto number = [](const CBDdrawObj* p) { return p->m_nLayerNumber; };
+  PlainPass(
+      a, number, [&](const CBDdrawObj* p, int last) { return number(p) != last; }, -1);
+  const auto name = [](const CBDdrawObj* p) { return Str(p->m_sLayerName); };
+  PlainPass(
+      a, name, [&](const CBDdrawObj* p, const std::string& last) { return number(p) == 0 && name(p) != last; },
+      std::string());
+  return a;
+}
+
+TEST(LayoutGathering, EqualsThePlainPassesOnRandomLayouts) {
+  std::mt19937 random(20240611);
+  const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
+  const std::vector<std::string> names = {"", "a", "b", "c", "long name of a layer 1", "long name of a layer 2", "1"};
+  for (int nRound = 0; nRound < 4000; ++nRound) {
+    const int nShapes = below(nRound % 10 == 0 ? 120 : 14);
+    const int nNumbers = 1 + below(5);
+    const int nNames = 1 + below(static_cast<int>(names.size()));
+    const int nZeros = below(4);  // how often a number is 0
+    CBDboardContainer board;
+    std::vector<Layer> layers;
+    for (int i = 0; i < nShapes; ++i) {
+      const int nNumber = below(4) < nZeros ? 0 : below(nNumbers) - 1;
+      layers.push_back({nNumber, names[static_cast<std::size_t>(below(nNames))], ""});
+    }
+    Fill(board, layers);
+    const std::vector<CBDdrawObj*> expected = PlainlyGathered(*board.m_pDrawObjArray);
+    board.vSortDrawObjForLayerOrder();
+    const std::vector<CBDdrawObj*> found(board.m_pDrawObjArray->begin(), board.m_pDrawObjArray->end());
+    ASSERT_EQ(expected, found) << "round " << nRound;
+  }
+}
+
+TEST(LayoutGathering, EmptySlotsStayWhereTheyAre) {
+  CBDboardContainer board;
+  board.m_pDrawObjArray->Add(nullptr);
+  board.m_pDrawObjArray->Add(Shape({1, "", ""}));
+  board.m_pDrawObjArray->Add(Shape({2, "", ""}));
+  board.m_pDrawObjArray->Add(nullptr);
+  board.m_pDrawObjArray->Add(Shape({1, "", ""}));
+  board.vSortDrawObjForLayerOrder();
+  EXPECT_EQ("- 1 1 - 2", Numbers(board));
+  delete std::exchange(board.m_pDrawObjArray, nullptr);
+  board.vSortDrawObjForLayerOrder();
+}
+
+TEST(LayoutGathering, TakesLinearTime) {
+  // Moving one element at a time, this would take minutes.
+  std::mt19937 random(7);
+  CBDboardContainer board;
+  for (int i = 0; i < 300000; ++i) {
+    const int nLayer = static_cast<int>(random() % 30);
+    board.m_pDrawObjArray->Add(Shape(nLayer < 16 ? Layer{nLayer + 1, "", ""} : Layer{0, std::to_string(nLayer), ""}));
+  }
+  board.vSortDrawObjForLayerOrder();
+  int nChanges = 0;
+  for (INT_PTR i = 1; i < board.m_pDrawObjArray->GetSize(); ++i) {
+    const CBDdrawObj& a = *board.m_pDrawObjArray->GetAt(i - 1);
+    const CBDdrawObj& b = *board.m_pDrawObjArray->GetAt(i);
+    nChanges += a.m_nLayerNumber != b.m_nLayerNumber || a.m_sLayerName != b.m_sLayerName ? 1 : 0;
+  }
+  EXPECT_LT(nChanges, 100);
+}
+
+// ---- writing ----
+
+std::string SectionText(const std::string& components, const std::string& groups, const std::string& nets,
+                        const std::string& layers) {
+  return "(boardContainer\n(components\n" + components + ")\n" +
+         (groups.empty() ? "" : "(compGroups\n" + groups + ")\n") + "(nets\n" + nets + ")\n(boardLayout\n(layout\n" +
+         layers + ")\n)\n)\n";
+}
+
+TEST(BoardWriting, AnEmptyBoard) {
+  CBDboardContainer board;
+  EXPECT_EQ(SectionText("", "", "", ""), Printed(board));
+  board.m_pSubBoardArray->Add(new CBDsubBoard);
+  board.m_pCompGroupArray->Add(nullptr);
+  board.m_pComponentArray->Add(nullptr);
+  board.m_pNetArray->Add(nullptr);
+  board.m_pDrawObjArray->Add(nullptr);
+  EXPECT_EQ(SectionText("", "", "", ""), Printed(board));
+  EXPECT_NE("", RaisedBy([&] { board.nPrint2File(nullptr); }));
+}
+
+TEST(BoardWriting, WithoutTheNetsThatWereTaken) {
+  CBDboardContainer board;
+  delete std::exchange(board.m_pNetArray, nullptr);
+  delete std::exchange(board.m_pComponentArray, nullptr);
+  delete std::exchange(board.m_pCompGroupArray, nullptr);
+  delete std::exchange(board.m_pDrawObjArray, nullptr);
+  EXPECT_EQ(SectionText("", "", "", ""), Printed(board));
+}
+
+TEST(BoardWriting, Sections) {
+  CBDboardContainer board;
+  for (const char* szReference : {"U1", "U2"}) {
+    board.m_pComponentArray->Add(new CBDcomponent);
+    board.m_pComponentArray->GetLastElement()->m_sReference = szReference;
+  }
+  board.m_pCompGroupArray->Add(new CBDcompGroup);
+  board.m_pNetArray->Add(new CBDnet);
+  const std::string expected =
+      SectionText(Printed(*board.m_pComponentArray->GetAt(0)) + Printed(*board.m_pComponentArray->GetAt(1)),
+                  Printed(*board.m_pCompGroupArray->GetAt(0)), Printed(*board.m_pNetArray->GetAt(0)), "");
+  EXPECT_EQ(expected, Printed(board));
+}
+
+std::string Layers(const std::vector<Layer>& layers) {
+  CBDboardContainer board;
+  Fill(board, layers);
+  std::string s = Printed(board);
+  const std::string head = "(boardContainer\n(components\n)\n(nets\n)\n(boardLayout\n(layout\n";
+  EXPECT_TRUE(s.starts_with(head));
+  EXPECT_TRUE(s.ends_with(")\n)\n)\n"));
+  s = s.substr(head.size(), s.size() - head.size() - 6);
+  // Short: a shape is "x", a closing bracket ")".
+  for (const auto& [from, to] : {std::pair<std::string, std::string>{"(delete\n)\n", "x"}, {"\n", ""}}) {
+    for (std::size_t n = 0; (n = s.find(from, n)) != std::string::npos; n += to.size()) s.replace(n, from.size(), to);
+  }
+  return s;
+}
+
+TEST(BoardWriting, LayerBlocks) {
+  const Layer one{1, "1", "conductive"};
+  const Layer two{2, "2", "conductive"};
+  const Layer three{3, "3", "conductive"};
+  const Layer silk{0, "SILK", "nonConductive"};
+  const Layer mask{0, "M(1) x", "nonConductive"};
+  const Layer hole{0, "HOLE", "systemLayer"};
+  const Layer drill{0, "D)", "systemLayer"};
+  const Layer odd{0, "ODD", "foo"};
+  const Layer none{0, "", ""};
+  EXPECT_EQ("", Layers({}));
+  EXPECT_EQ("(layer (conductive 1)xx)", Layers({one, one}));
+  EXPECT_EQ("(layer (conductive 1)x)(layer (conductive 2)x)(layer (conductive 3)xx)(layer (conductive 2)x)",
+            Layers({one, two, three, two, three}));
+  EXPECT_EQ("(layer (nonConductive SILK)xx)", Layers({silk, silk}));
+  EXPECT_EQ("(layer (nonConductive \"M(1) x\")x)(layer (systemLayer (type HOLE))x)(layer (systemLayer (type \"D)\"))x)",
+            Layers({mask, hole, drill}));
+  EXPECT_EQ("(layer (nonConductive A B)x)", Layers({{0, "A B", "nonConductive"}}));
+  // A first shape of another type opens nothing, but the bracket behind the last one stands.
+  EXPECT_EQ("x)", Layers({odd}));
+  EXPECT_EQ("x)(layer (conductive 1)x)", Layers({odd, one}));
+  EXPECT_EQ("(layer (conductive 1)x)x)", Layers({one, odd}));
+  EXPECT_EQ("x)", Layers({none}));
+  // The empty name is the one that is remembered at the start, so it opens nothing behind copper.
+  EXPECT_EQ("(layer (conductive 1)xx)", Layers({one, {0, "", "nonConductive"}}));
+  EXPECT_EQ("(layer (nonConductive )x)", Layers({{0, "", "nonConductive"}}));
+  // Number and name are remembered apart: back on layer 2 no layer opens.
+  EXPECT_EQ("(layer (conductive 1)x)(layer (conductive 2)x)(layer (nonConductive SILK)xx)",
+            Layers({one, two, silk, two}));
+  // And a name stays remembered while copper passes.
+  EXPECT_EQ("(layer (conductive 1)x)(layer (nonConductive SILK)x)(layer (conductive 2)xx)",
+            Layers({one, silk, {2, "SILK", "conductive"}, silk}));
+}
+
+TEST(BoardWriting, GathersAndStaysGathered) {
+  CBDboardContainer board;
+  Fill(board, {{1, "", ""}, {2, "", ""}, {1, "", ""}});
+  Printed(board);
+  EXPECT_EQ("1 1 2", Numbers(board));
+}
+
+TEST(BoardObjects, CopiesShare) {
+  CBDboardContainer board;
+  board.m_sReserved1 = "x";
+  CBDboardContainer copy(board);
+  EXPECT_EQ("x", copy.m_sReserved1);
+  EXPECT_EQ(board.m_pNetArray, copy.m_pNetArray);
+  copy.m_pComponentArray = nullptr;
+  copy.m_pCompGroupArray = nullptr;
+  copy.m_pNetArray = nullptr;
+  copy.m_pDrawObjArray = nullptr;
+  copy.m_pSubBoardArray = nullptr;
+}
+
+}  // namespace

@@ -1,0 +1,86 @@
+#include "board/CBDboardContainer.h"
+#include "board/LayerForms.h"
+#include "board/LayerTranslator.h"
+#include "technology/RecordTestSupport.h"
+
+namespace {
+
+TEST(LayerHeader, TheFirstInAFixedOrderDecides) {
+  CheckReading(
+      {
+          {"system", "(layer (systemLayer (type HOLE)))", "systemLayer/HOLE/0"},
+          {"system without type", "(layer (systemLayer))", "systemLayer//0"},
+          {"system with an empty type form", "(layer (systemLayer (type)))", "raises \"type\" has no value 1"},
+          {"system's own value does not count", "(layer (systemLayer X))", "systemLayer//0"},
+          {"conductive", "(layer (conductive 12))", "conductive/12/12"},
+          {"conductive name is the text", "(layer (conductive \"2 Sig\"))", "conductive/2 Sig/2"},
+          {"conductive of garbage", "(layer (conductive x))", "conductive/x/0"},
+          {"conductive without number", "(layer (conductive))", "raises \"conductive\" has no value 1"},
+          {"non-conductive", "(layer (nonConductive SILK))", "nonConductive/SILK/0"},
+          {"non-conductive without name", "(layer (nonConductive))", "raises \"nonConductive\" has no value 1"},
+          {"none", "(layer (foo))", "//0"},
+          {"system before all", "(layer (nonConductive A) (conductive 1) (systemLayer (type S)))", "systemLayer/S/0"},
+          {"conductive before non-conductive", "(layer (nonConductive A) (conductive 1))", "conductive/1/1"},
+          {"the first of a name", "(layer (conductive 1) (conductive 2))", "conductive/1/1"},
+      },
+      [](const CECadClsLvl& node) {
+        const laminate::ShapeContext context = laminate::ResolveLayer(node, nullptr);
+        EXPECT_EQ(0, context.bRefer);
+        return Str(context.sLayerType) + "/" + Str(context.sLayerName) + "/" + std::to_string(context.nLayerNumber);
+      });
+}
+
+std::string Read(const CECadClsLvl& node) {
+  CBDboardContainer board;
+  EXPECT_EQ(0, laminate::ReadBoardLayer(&node, board));
+  return Str(*board.m_pDrawObjArray);
+}
+
+TEST(LayerReading, Rows) {
+  CheckReading(
+      {
+          {"shapes", "(layer (conductive 1) (circle 1.0) (oval))", "CIRCLE@conductive/1/1 OVAL@conductive/1/1"},
+          {"no layer", "(layer (circle 1.0))", "CIRCLE@//0"},
+          {"the header may stand behind", "(layer (circle 1.0) (nonConductive A))", "CIRCLE@nonConductive/A/0"},
+          {"draw layers are dropped", "(layer (drawOf 1) (circle) (refer))", ""},
+          {"info layers too", "(layer (circle) (infoOf (conductive 1)))", ""},
+          {"unless they name themselves", "(layer (conductive 1) (drawOf 2) (circle 1.0))", "CIRCLE@conductive/1/1"},
+          {"remarks", "(layer (conductive 1) (ruleArea (circle)) (message x) (info) (circle 1.0))",
+           "CIRCLE@conductive/1/1"},
+          {"what stands for no shape", "(layer (basePoint) (dimension) (circle 1.0))", "CIRCLE@//0"},
+          {"refer", "(layer (refer (circle 1.0) (oval)) (oval))", "CIRCLE@//0r OVAL@//0"},
+          {"refer to no shape", "(layer (refer (basePoint) (oval)))", ""},
+          {"empty refer", "(layer (refer))", "raises \"refer\" has no form in it"},
+          {"header without value", "(layer (conductive) (circle 1.0))", "raises \"conductive\" has no value 1"},
+          {"nothing", "(layer)", ""},
+      },
+      Read);
+}
+
+TEST(LayerReading, AKeywordThatIsNoneShowsABox) {
+  Tree tree("(layer (conductive 1) (foo) (infoOf 2) (circle 1.0))");
+  EXPECT_EQ("CIRCLE@conductive/1/1", Read(tree.Form()));
+  EXPECT_EQ((std::vector<std::string>{"New Draw Type : foo", "New Draw Type : infoOf"}), tree.Boxes());
+}
+
+TEST(LayerReading, ShapesBeforeAFaultStay) {
+  Tree tree("(layer (conductive 1) (circle 1.0) (oval (width)) (circle 2.0))");
+  CBDboardContainer board;
+  EXPECT_EQ("\"width\" has no value 1", RaisedBy([&] { laminate::ReadBoardLayer(&tree.Form(), board); }));
+  EXPECT_EQ("CIRCLE@conductive/1/1", Str(*board.m_pDrawObjArray));
+}
+
+TEST(LayerReading, ShapesOfABoardAssemblyComeFirst) {
+  Tree tree("(layer (conductive 1) (boardAssembly (geometry (circle 1.0) (oval))))");
+  EXPECT_EQ("CIRCLE@conductive/1/1 OVAL@conductive/1/1 DRAWSUBBOARD@conductive/1/1", Read(tree.Form()));
+}
+
+TEST(LayerReading, NeedsAFormAndAPlace) {
+  CBDboardContainer board;
+  EXPECT_NE("", RaisedBy([&] { laminate::ReadBoardLayer(nullptr, board); }));
+  delete std::exchange(board.m_pDrawObjArray, nullptr);
+  Tree tree("(layer)");
+  EXPECT_NE("", RaisedBy([&] { laminate::ReadBoardLayer(&tree.Form(), board); }));
+}
+
+}  // namespace

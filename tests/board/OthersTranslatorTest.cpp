@@ -1,0 +1,169 @@
+#include "board/OthersTranslator.h"
+
+#include "board/CBDboardContainer.h"
+#include "board/CBDcompGroup.h"
+#include "board/CBDlibraryEntities.h"
+#include "board/CBDnet.h"
+#include "board/CBDparameter.h"
+#include "board/CBDsubBoard.h"
+#include "board/CBDtextSize.h"
+#include "technology/CBDtechnologyContainer.h"
+#include "technology/RecordTestSupport.h"
+
+namespace {
+
+struct Database {
+  CString sVersion = "2.0";
+  CBDtechnologyContainer technology;
+  CBDboardContainer board;
+  CBDparameter parameter;
+  CBDlibraryEntities libraryEntities;
+
+  int Read(const std::string& text) {
+    MemoryFileSystem memory;
+    laminate::FileSystemScope scope(memory);
+    memory.files["t"] = text;
+    auto pReader = std::make_unique<CECadCls>();
+    pReader->m_sFileName = "t";
+    pReader->nParseFile(0);
+    laminate::OthersTarget target{sVersion, technology, board, parameter, libraryEntities};
+    const int nResult = laminate::ReadOthers(pReader.get(), target);
+    // The reader of an unknown file is gone.
+    if (nResult == -1) static_cast<void>(pReader.release());
+    return nResult;
+  }
+  std::string Show() const {
+    std::string s = Str(sVersion) + " " + Str(technology.m_sName) + " nets";
+    if (board.m_pNetArray == nullptr) return s;
+    for (const CBDnet* p : *board.m_pNetArray) s += " " + Str(p->m_sName);
+    s += " groups";
+    for (const CBDcompGroup* p : *board.m_pCompGroupArray) s += " " + Str(p->m_sName);
+    s += " boards";
+    for (const CBDsubBoard* p : *board.m_pSubBoardArray) s += " " + std::to_string(p->m_nId) + Str(p->m_sRelativePath);
+    s += " parts " + Str(libraryEntities.m_aParts) + " sizes " + std::to_string(parameter.m_pTextSizeArray->GetSize());
+    return s;
+  }
+};
+
+const std::string kTechnology =
+    "(technologyContainer (technology T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer) "
+    "(conductiveLayer) (subLayer)))";
+
+TEST(OthersTranslation, EverySectionWhateverTheOrder) {
+  const std::string sections[] = {
+      "(header (version 3.1) (unit MM))",
+      kTechnology,
+      "(boardContainer (nets (net N1) (foo) (net N2)) (compGroups (foo) (compGroup G)) "
+      "(subBoards (foo 1) (subBoard 4 (relativePath p))))",
+      "(parameter (textSizeParameters (textSize 1)))",
+      "(libraryEntities (part A))",
+  };
+  const std::string expected = "3.1 T nets N1 N2 groups G boards 4p parts 'A' sizes 1";
+  Database forward;
+  EXPECT_EQ(0, forward.Read("(pcf " + sections[0] + sections[1] + sections[2] + sections[3] + sections[4] + ")"));
+  EXPECT_EQ(expected, forward.Show());
+  Database backward;
+  EXPECT_EQ(0, backward.Read("(pcf " + sections[4] + sections[3] + sections[2] + sections[1] + sections[0] + ")"));
+  EXPECT_EQ(expected, backward.Show());
+}
+
+TEST(OthersTranslation, Roots) {
+  const struct {
+    const char* text;
+    int result;
+    const char* expected;
+  } cases[] = {
+      {"(pcf (boardContainer (nets (net A))))", 0, "2.0  nets A groups boards parts  sizes 0"},
+      {"(tcf (boardContainer (nets (net A))))", 0, "2.0  nets A groups boards parts  sizes 0"},
+      {"(pnf (boardContainer (nets (net A))))", 0, "2.0  nets A groups boards parts  sizes 0"},
+      {"(ftf (boardContainer (nets (net A))))", -1, "2.0  nets groups boards parts  sizes 0"},
+      {"(PCF (boardContainer (nets (net A))))", -1, "2.0  nets groups boards parts  sizes 0"},
+      {"", -1, "2.0  nets groups boards parts  sizes 0"},
+      // "pcf" is looked for first, wherever it stands.
+      {"(pnf (header (version 1)))(tcf (header (version 2)))(pcf (header (version 3)))", 0,
+       "3  nets groups boards parts  sizes 0"},
+      {"(pnf (header (version 1)))(tcf (header (version 2)))", 0, "2  nets groups boards parts  sizes 0"},
+      {"(pcf (header (version 3)))(pcf (header (version 4)))", 0, "3  nets groups boards parts  sizes 0"},
+      {"(pcf)", 0, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (boardContainer))", 0, "2.0  nets groups boards parts  sizes 0"},
+      // Only the first section of a name counts.
+      {"(pcf (boardContainer (nets (net A)) (nets (net B))) (boardContainer (nets (net C))))", 0,
+       "2.0  nets A groups boards parts  sizes 0"},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.text);
+    Database database;
+    EXPECT_EQ(test.result, database.Read(test.text));
+    EXPECT_EQ(test.expected, database.Show());
+  }
+}
+
+TEST(OthersTranslation, FaultsEndItAndWhatWasReadStays) {
+  const struct {
+    const char* name;
+    std::string text;
+    const char* raised;
+    const char* expected;
+  } cases[] = {
+      {"header without version", "(pcf (header) " + kTechnology + ")", "\"header\" has no \"version\" in it",
+       "2.0  nets groups boards parts  sizes 0"},
+      {"empty version", "(pcf (header (version)))", "\"version\" has no value 1",
+       "2.0  nets groups boards parts  sizes 0"},
+      {"technology before nets", "(pcf (boardContainer (nets (net A))) (technologyContainer))",
+       "\"technologyContainer\" has no \"technology\" in it", "2.0  nets groups boards parts  sizes 0"},
+      {"sub-boards before groups",
+       "(pcf (boardContainer (nets (net A)) (compGroups (compGroup G)) (subBoards (subBoard 1) (subBoard))))",
+       "\"subBoard\" has no value 1", "2.0  nets groups boards 1 parts  sizes 0"},
+      {"groups before nets",
+       "(pcf (boardContainer (nets (net A)) (compGroups (compGroup G) (compGroup)) (subBoards (subBoard 1))))",
+       "\"compGroup\" has no value 1", "2.0  nets groups G boards 1 parts  sizes 0"},
+      {"nets before parameters",
+       "(pcf (parameter (textSizeParameters (textSize 1))) (boardContainer (nets (net A) (net B (type)))))",
+       "\"type\" has no value 1", "2.0  nets A groups boards parts  sizes 0"},
+      {"parameters before the library",
+       "(pcf (libraryEntities (part A)) (parameter (textSizeParameters (textSize 1) (textSize))))",
+       "\"textSize\" has no value 1", "2.0  nets groups boards parts  sizes 1"},
+      {"the library last", "(pcf (libraryEntities (part A) (part)) (parameter (textSizeParameters (textSize 1))))",
+       "\"part\" has no value 1", "2.0  nets groups boards parts 'A' sizes 1"},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.name);
+    Database database;
+    EXPECT_EQ(test.raised, RaisedBy([&] { database.Read(test.text); }));
+    EXPECT_EQ(test.expected, database.Show());
+  }
+}
+
+TEST(OthersTranslation, AddsToWhatIsThere) {
+  Database database;
+  database.Read("(pcf (boardContainer (nets (net A))))");
+  database.Read("(pcf (header (version 5)) (boardContainer (nets (net A))))");
+  EXPECT_EQ("5  nets A A groups boards parts  sizes 0", database.Show());
+}
+
+TEST(OthersTranslation, MakesANewNetArrayWhereItWasTaken) {
+  Database database;
+  delete std::exchange(database.board.m_pNetArray, nullptr);
+  EXPECT_EQ(0, database.Read("(pcf (boardContainer (nets (net A))))"));
+  EXPECT_EQ("2.0  nets A groups boards parts  sizes 0", database.Show());
+  delete std::exchange(database.board.m_pNetArray, nullptr);
+  EXPECT_EQ(-1, database.Read("(x)"));
+  EXPECT_NE(nullptr, database.board.m_pNetArray);
+}
+
+TEST(OthersTranslation, OtherArraysMustBeThere) {
+  Database database;
+  delete std::exchange(database.board.m_pCompGroupArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] { database.Read("(pcf (boardContainer (compGroups)))"); }));
+  laminate::OthersTarget target{database.sVersion, database.technology, database.board, database.parameter,
+                                database.libraryEntities};
+  EXPECT_NE("", RaisedBy([&] { laminate::ReadOthers(nullptr, target); }));
+}
+
+TEST(OthersTranslation, ANetWithoutPinsHasAnEmptyArray) {
+  Database database;
+  database.Read("(pcf (boardContainer (nets (net A))))");
+  EXPECT_TRUE(database.board.m_pNetArray->GetAt(0)->m_pRefPinArray->IsEmpty());
+}
+
+}  // namespace
