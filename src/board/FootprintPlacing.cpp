@@ -39,14 +39,8 @@ T& Required(T* p) {
 
 // The angle of a placed pad or padstack; null for any other shape, whose angle placing leaves alone.
 double* PadAngle(CBDdrawObj& shape) {
-  if (shape.m_sKind == "DRAWPAD") {
-    auto* pPad = dynamic_cast<CBDdrawPad*>(&shape);
-    return pPad == nullptr ? nullptr : &pPad->m_dAngle;
-  }
-  if (shape.m_sKind == "DRAWPADSTACK") {
-    auto* pPadstack = dynamic_cast<CBDdrawPadstack*>(&shape);
-    return pPadstack == nullptr ? nullptr : &pPadstack->m_dAngle;
-  }
+  if (auto* pPad = dynamic_cast<CBDdrawPad*>(&shape)) return &pPad->m_dAngle;
+  if (auto* pPadstack = dynamic_cast<CBDdrawPadstack*>(&shape)) return &pPadstack->m_dAngle;
   return nullptr;
 }
 
@@ -110,7 +104,7 @@ std::unique_ptr<CBDdrawObj> PlaceBodyShape(CBDfootprint& footprint, CBDtechnolog
   const CString sSubLayerKind = footprint.sGetSubLayTypeFromBoardLayName(pTechnology, sBoardLayer);
   const CString sLayerType = footprint.sGetFootprintLayTypeFromFootprintLayName(pTechnology, sLayer);
 
-  if (pCopy->m_sKind == "SURFACE" && sLayerType == "COMPAREA") {
+  if (sLayerType == "COMPAREA") {
     if (auto* pSurface = dynamic_cast<CBDsurface*>(pCopy.get())) pSurface->m_bArea = 1;
   }
   if (sLayerType == "CONDUCTIVE") {
