@@ -21,8 +21,11 @@ Command DeclareCheck(CLI::App& parent);
 Command DeclareComponents(CLI::App& parent);
 Command DeclareDesignData(CLI::App& parent);
 Command DeclareDump(CLI::App& parent);
+Command DeclareExport(CLI::App& parent);
 Command DeclareInfo(CLI::App& parent);
 Command DeclareNets(CLI::App& parent);
+Command DeclarePlace(CLI::App& parent);
+Command DeclareRender(CLI::App& parent);
 Command DeclareTree(CLI::App& parent);
 
 /// "Example:" and the call, as the end of a help text.

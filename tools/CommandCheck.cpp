@@ -67,7 +67,11 @@ std::vector<CheckedFile> CheckAll(Host& host, const std::vector<std::string>& pa
   }
   for (CheckedFile& file : files) {
     const LoadStatus& status = file.status;
-    if (!status.IsOk()) {
+    // The reader tells the fault among its remarks, too.
+    const bool bTold = std::any_of(file.findings.begin(), file.findings.end(), [&status](const Diagnostic& finding) {
+      return finding.line == status.m_nLine && finding.column == status.m_nColumn && finding.reason == status.m_sText;
+    });
+    if (!status.IsOk() && !bTold) {
       file.findings.push_back(
           {Diagnostic::Severity::error, status.m_sFile, status.m_nLine, status.m_nColumn, status.m_sText});
     }

@@ -69,10 +69,10 @@ void Console::Box(std::string_view sText) {
   }
 }
 
-void Console::Settle() {
+void Console::Settle(const Place& place) {
   HideBar();
   for (const CountedBox& box : m_boxes) {
-    Warning({}, box.count == 1 ? box.text : OneLine(box.text) + " (" + std::to_string(box.count) + " times)");
+    Warning(place, box.count == 1 ? box.text : OneLine(box.text) + " (" + std::to_string(box.count) + " times)");
   }
   m_boxes.clear();
   m_boxIndex.clear();

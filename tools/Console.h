@@ -53,8 +53,8 @@ class Console {
 
   /// The text of a message box. Equal ones are counted; `Settle` prints each once.
   void Box(std::string_view sText);
-  /// Prints the boxes collected so far.
-  void Settle();
+  /// Prints the boxes collected so far, with the file that they are about where one is given.
+  void Settle(const Place& place = {});
 
   /// A bar from 0 to 100 in the last line; any message takes it away.
   void ShowBar(std::string_view sLabel, int nPos);

@@ -12,6 +12,7 @@
 #include "board/OthersTranslator.h"
 #include "designdata/CVRXoutPrfPart.h"
 #include "drawobj/DrawObjReader.h"
+#include "export/DesignExport.h"
 #include "reader/BoardFileLoad.h"
 #include "reader/BoardFileSplitter.h"
 #include "reader/CECadCls.h"
@@ -149,6 +150,13 @@ CBDdrawObj* CBDesigner::pCECadClsLvl2CBDdrawObj(CECadClsLvl* pNode, int nLayerNu
 
 void CBDesigner::vInsertVertexIntoCBDvertexArray(CECadClsLvl* pNode, CBDvertexArray* pArray) {
   laminate::ReadVertices(Required(pNode), Required(pArray));
+}
+
+int CBDesigner::nPrint2File(CString sPath, CBDesigner*, CVRXoutPackageArray* pPackages, CVRXoutPrfPartArray* pParts,
+                            CVRXoutPrfPinAssignArray* pPinAssigns, CVRXoutPrfFunctionArray* pFunctions) {
+  laminate::ExportDesign(sPath, {m_pTechnology, m_pBoardContainer, m_pParameter, m_pLibraryEntities,
+                                 m_pFootprintContainer, pPackages, pParts, pPinAssigns, pFunctions});
+  return 0;
 }
 
 // The writer of the library section needs the root's other containers, and so it stands where the root is known.

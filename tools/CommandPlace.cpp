@@ -1,0 +1,158 @@
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstdlib>
+#include <memory>
+
+#include "Command.h"
+#include "JsonBoard.h"
+#include "LoadBoard.h"
+#include "OutputFile.h"
+#include "Paths.h"
+#include "Suggestions.h"
+#include "board/CBDcomponent.h"
+#include "render/Picture.h"
+#include "render/Scene.h"
+#include "technology/CBDfootprint.h"
+#include "technology/CBDfootprintContainer.h"
+
+namespace laminate::cli {
+
+namespace {
+
+struct Options {
+  std::string footprint;
+  BoardFiles files;
+  std::string side = "A";
+  double angle = 0;
+  CPointD at;
+  double scale = 1;
+  std::string reference;
+  std::string picture;
+  std::string output;
+  bool json = false;
+};
+
+CBDfootprint& RequireFootprint(Console& console, const Options& options, const CBDesigner& root) {
+  const CString sName{std::string_view(options.footprint)};
+  CBDfootprint* pFootprint = root.m_pFootprintContainer->pGetFootprintWithName(sName);
+  if (pFootprint != nullptr) return *pFootprint;
+  std::vector<std::string> names;
+  for (const CBDfootprint* p : *root.m_pFootprintContainer->m_pFootprintArray) names.emplace_back(p->m_sName.View());
+  console.Fail({options.files.ftf},
+               "no footprint '" + OneLine(options.footprint) + "'" + DidYouMean(options.footprint, names));
+}
+
+std::unique_ptr<CBDcomponent> PlaceFootprint(Console& console, const Options& options, const CBDesigner& root) {
+  CBDfootprint& footprint = RequireFootprint(console, options, root);
+  std::unique_ptr<CBDcomponent> pComponent;
+  try {
+    pComponent.reset(footprint.pGetComponentFromFootprint(root.m_pTechnology, CString(std::string_view(options.side)),
+                                                          options.angle, options.at, options.scale));
+  } catch (const CInvalidArgException& e) {
+    console.Fail({options.files.ftf}, "footprint '" + OneLine(options.footprint) + "' cannot be placed: " + e.what());
+  }
+  pComponent->m_sReference = std::string_view(options.reference);
+  pComponent->m_sFootprint = std::string_view(options.footprint);
+  pComponent->m_ptLocation = options.at;
+  return pComponent;
+}
+
+// The record as the library writes it, which changes the component.
+void WriteRecord(Console& console, OutputFile& out, CBDcomponent& component) {
+  char* pText = nullptr;
+  std::size_t nText = 0;
+  std::FILE* fp = open_memstream(&pText, &nText);
+  if (fp == nullptr) console.Fail({"laminate"}, "out of memory");
+  component.nPrint2File(fp);
+  const bool bGood = std::fclose(fp) == 0;
+  const std::unique_ptr<char, decltype(&std::free)> text(pText, &std::free);
+  if (!bGood) console.Fail({"laminate"}, "out of memory");
+  out.Write({text.get(), nText});
+}
+
+void DrawComponent(Console& console, const Options& options, const CBDesigner& root, const CBDcomponent& component) {
+  Scene scene(root, {.layers = {}, .side = options.side == "B" ? View::sideB : View::sideA});
+  scene.AddComponent(component);
+  OutputFile out(console, options.picture);
+  DrawPicture(scene, BoundsOf(scene), {.format = *FormatOf(options.picture)},
+              [&out](std::string_view s) { out.Write(s); });
+  out.Commit();
+}
+
+int Run(Console& console, const Settings& settings, const Options& options) {
+  RefuseOutputOverInputs(console, options.output, options.files.List());
+  RefuseOutputOverInputs(console, options.picture, options.files.List());
+  Host host(console, settings, options.files.List());
+  const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
+  const CBDesigner& root = *pFacade->pGetBDesigner();
+  const std::unique_ptr<CBDcomponent> pComponent = PlaceFootprint(console, options, root);
+  console.Settle();
+  if (!options.picture.empty()) DrawComponent(console, options, root, *pComponent);
+  OutputFile out(console, options.output);
+  if (options.json) {
+    JsonWriter json(out);
+    WriteComponent(json, *pComponent);
+    json.Finish();
+  } else {
+    WriteRecord(console, out, *pComponent);
+  }
+  out.Commit();
+  return kDone;
+}
+
+// A finite number and nothing else.
+bool ReadNumber(std::string_view s, double& d) {
+  if (s.starts_with('+')) s.remove_prefix(1);
+  const auto [pEnd, error] = std::from_chars(s.data(), s.data() + s.size(), d);
+  return error == std::errc() && pEnd == s.data() + s.size() && std::isfinite(d);
+}
+void AddNumber(CLI::App& app, const char* szName, double& d, const char* szHelp) {
+  const auto read = [&d](const CLI::results_t& values) { return ReadNumber(values.front(), d); };
+  app.add_option(szName, read, szHelp)->type_name("NUMBER")->expected(1);
+}
+bool ReadPoint(const std::string& s, CPointD& pt) {
+  const std::size_t n = s.find(',');
+  return n != std::string::npos && ReadNumber(std::string_view(s).substr(0, n), pt.x) &&
+         ReadNumber(std::string_view(s).substr(n + 1), pt.y);
+}
+
+std::string CheckPicture(const std::string& sFile) {
+  return FormatOf(sFile) ? "" : "the file's ending must be .svg, .png or .pdf";
+}
+
+}  // namespace
+
+Command DeclarePlace(CLI::App& parent) {
+  auto pOptions = std::make_shared<Options>();
+  Options& options = *pOptions;
+  CLI::App* pApp = parent.add_subcommand("place",
+                                         "Places a footprint of the library with the layers of a board and prints the "
+                                         "component that comes of it, as a board "
+                                         "file has it or as JSON.");
+  pApp->add_option("FOOTPRINT", options.footprint, "Name of the footprint")->required();
+  pApp->add_option("--pcf", options.files.pcf, "The board file")->required()->type_name("BOARD.pcf");
+  pApp->add_option("--ftf", options.files.ftf, "The footprint library")->required()->type_name("LIB.ftf");
+  pApp->add_option("--side", options.side, "Side of the board")
+      ->check(CLI::IsMember({"A", "B"}))
+      ->capture_default_str();
+  AddNumber(*pApp, "--angle", options.angle, "Angle in degrees, counter-clockwise (default 0)");
+  pApp->add_option(
+          "--at", [&options](const CLI::results_t& values) { return ReadPoint(values.front(), options.at); },
+          "Location in mm (default 0,0)")
+      ->type_name("X,Y")
+      ->expected(1);
+  AddNumber(*pApp, "--scale", options.scale, "Scale of the pins' places (default 1)");
+  pApp->add_option("--reference", options.reference, "Reference of the component")->type_name("R");
+  pApp->add_option("--render", options.picture,
+                   "Draw the component, too: file whose ending .svg, .png or .pdf says its form")
+      ->type_name("FILE")
+      ->check(CheckPicture);
+  AddJsonOption(*pApp, options.json);
+  AddOutputOption(*pApp, options.output);
+  pApp->footer(
+      Example("laminate place CHIP0603 --pcf board.pcf --ftf footprints.ftf --side B --angle 90 --at=12.5,-3"));
+  return {pApp, [pOptions](Console& console, const Settings& settings) { return Run(console, settings, *pOptions); }};
+}
+
+}  // namespace laminate::cli

@@ -1,0 +1,47 @@
+#pragma once
+#include <string>
+#include <vector>
+
+#include "Console.h"
+#include "Interrupt.h"
+#include "base/CString.h"
+
+namespace laminate::cli {
+
+/// A set of files of one stem that appears as a whole or not at all. The library writes it under a private stem in a
+/// folder beside the target; `Commit` renames all files into place and, where one cannot be, puts back those that stood
+/// there before. Existing files keep their mode, links are followed, and what is no regular file is written in place.
+/// Without `Commit` nothing remains. Failures are told and end the command.
+class FileSet {
+ public:
+  /// Refuses standard output, and a set of which one file is also an input.
+  FileSet(Console& console, const std::string& sStem, const std::vector<std::string>& inputs);
+  ~FileSet();
+  FileSet(const FileSet&) = delete;
+  FileSet& operator=(const FileSet&) = delete;
+
+  /// Makes the private folder; gives the stem under which to write.
+  CString Begin();
+  /// Puts what was written into place; gives the names of the files.
+  std::vector<std::string> Commit();
+  /// The name that a file of the set will have, for one of the private ones.
+  std::string FinalName(const std::string& sPrivate) const;
+  /// The path of the file with that ending, which need not exist.
+  std::string Path(const char* szEnding) const { return m_sStem + szEnding; }
+
+ private:
+  struct Step;
+  [[noreturn]] void Fail(const std::string& sName, int nError);
+  void Prepare(Step& step);
+  void Undo(const std::vector<Step>& steps);
+  // A fresh name beside a file, which goes with this object.
+  std::string Beside(const std::string& sTarget);
+
+  Console& m_console;
+  InterruptGuard m_guard;
+  std::string m_sStem;     // without ".pcf"
+  std::string m_sPrivate;  // the private folder; empty when there is none
+  std::vector<std::string> m_leftovers;
+};
+
+}  // namespace laminate::cli
