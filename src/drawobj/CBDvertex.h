@@ -39,6 +39,9 @@ class CBDvertex : public laminate::Pooled {
   /// Deletes the elements of the `CBDvertexArray` that `p` points to whose `m_sType` is "PT" or "ARC", forgets the
   /// others, and deletes the array. Null raises.
   void DeleteVertexArray(void* p);
+
+ protected:
+  explicit CBDvertex(const char* szType) : m_sType(szType) {}
 };
 
 /// The vertices of a line or outline, in file order; whoever holds the array owns them.

@@ -26,7 +26,7 @@ constexpr auto kArc = MakeForm<CBDvertexArc>(Length<&CBDvertexArc::m_dR>("r"), N
 }  // namespace
 
 void ReadVertexArc(const CECadClsLvl& node, CBDvertexArc& arc) {
-  ReadOwnTokens(kArcTokens, node, arc);
+  ReadOwnTokens<0>(kArcTokens, node, arc);
   WalkChildren(kArc, node, arc);
 }
 

@@ -9,19 +9,16 @@
 /// of the begin point, or `m_dWidth` when that is 0, at both ends, and only on lines.
 class CBDvertexArc : public CBDvertex {
  public:
-  CBDvertexArc() {
-    m_sType = "ARC";
-    m_sDirection = "CCW";
-  }
+  CBDvertexArc() : CBDvertex("ARC") {}
   CBDvertexArc(const CBDvertexArc&) = default;
   CBDvertexArc& operator=(const CBDvertexArc&) = default;
   ~CBDvertexArc() override;
 
-  double m_dEndWidth = 0;    ///< the width at the end point; read and never written
-  double m_dBeginWidth = 0;  ///< the width at the begin point
-  int m_nSpare = 0;          ///< only copied
-  CString m_sDirection;      ///< sweep direction, kept as text
-  double m_dR = 0;           ///< radius
+  double m_dEndWidth = 0;        ///< the width at the end point; read and never written
+  double m_dBeginWidth = 0;      ///< the width at the begin point
+  int m_nSpare = 0;              ///< only copied
+  CString m_sDirection = "CCW";  ///< sweep direction, kept as text
+  double m_dR = 0;               ///< radius
   CPointD m_ptBegin;
   CPointD m_ptCenter;
   CPointD m_ptEnd;

@@ -27,7 +27,7 @@ constexpr auto kPoint = MakeForm<CBDvertexPt>(Length<&CBDvertexPt::m_dWidth>("wi
 }  // namespace
 
 void ReadVertexPt(const CECadClsLvl& node, CBDvertexPt& point) {
-  ReadOwnTokens(kPointTokens, node, point);
+  ReadOwnTokens<0>(kPointTokens, node, point);
   WalkChildren(kPoint, node, point);
 }
 

@@ -11,7 +11,7 @@
 /// Copy construction and assignment share the fillet, and both destructors delete it; use `pCopy`.
 class CBDvertexPt : public CBDvertex {
  public:
-  CBDvertexPt() { m_sType = "PT"; }
+  CBDvertexPt() : CBDvertex("PT") {}
   CBDvertexPt(const CBDvertexPt&) = default;
   CBDvertexPt& operator=(const CBDvertexPt&) = default;
   ~CBDvertexPt() override;

@@ -38,6 +38,34 @@ CECadClsLvl& RequireFirstChild(const CECadClsLvl& node) {
 
 double LengthOf(std::string_view s) {
   constexpr double kUnitsPerMillimetre = 100000.0;
+  // Nearly every length is a short decimal: its digits are exact in a double, and so is the power of ten, which makes
+  // the quotient the exactly rounded value that the long way below finds too.
+  constexpr double kPowersOfTen[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+  constexpr std::size_t kShort = 15;
+  const char* p = s.data();
+  const char* const end = p + s.size();
+  const bool bNegative = p != end && *p == '-';
+  if (bNegative) ++p;
+  if (p != end && s.size() <= kShort) {
+    std::uint64_t digits = 0;
+    const char* point = nullptr;
+    const char* const first = p;
+    for (; p != end; ++p) {
+      const unsigned digit = static_cast<unsigned char>(*p) - unsigned{'0'};
+      if (digit <= 9) {
+        digits = digits * 10 + digit;
+      } else if (*p == '.' && point == nullptr) {
+        point = p + 1;
+      } else {
+        break;
+      }
+    }
+    if (p == end && (point == nullptr || end - first > 1)) {
+      const double d =
+          static_cast<double>(digits) / (point == nullptr ? kUnitsPerMillimetre : kPowersOfTen[end - point]);
+      return bNegative ? -d : d;
+    }
+  }
   const double d = Atof(s);
   return s.find('.') == std::string_view::npos ? d / kUnitsPerMillimetre : d;
 }

@@ -14,6 +14,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <string_view>
 #include <type_traits>
 
@@ -299,6 +300,28 @@ constexpr auto Custom(std::string_view key, std::string_view field) {
 }
 constexpr auto Skip(std::string_view key) { return grammar_detail::SkipSpec{key}; }
 
+/// Equality of two short texts, without a call.
+inline bool SameWord(std::string_view a, std::string_view b) {
+  const std::size_t n = a.size();
+  if (n != b.size()) return false;
+  const auto same = [](const char* p, const char* q, auto word) {
+    auto other = word;
+    std::memcpy(&word, p, sizeof word);
+    std::memcpy(&other, q, sizeof other);
+    return word == other;
+  };
+  const char* p = a.data();
+  const char* q = b.data();
+  // The last word may overlap the first.
+  if (n >= 8) {
+    if (n > 16) return a == b;
+    return same(p, q, std::uint64_t{}) && same(p + n - 8, q + n - 8, std::uint64_t{});
+  }
+  if (n >= 4) return same(p, q, std::uint32_t{}) && same(p + n - 4, q + n - 4, std::uint32_t{});
+  if (n >= 2) return same(p, q, std::uint16_t{}) && p[n - 1] == q[n - 1];
+  return n == 0 || *p == *q;
+}
+
 /// Finds one of N keywords that are known when compiling: one hash and, as a rule, one comparison.
 template <std::size_t N>
 class KeywordIndex {
@@ -317,7 +340,7 @@ class KeywordIndex {
   int Find(std::string_view key, KeyOf keyOf) const {
     for (std::size_t slot = Hash(key); m_slots[slot] != 0; slot = (slot + 1) % kSlots) {
       const std::size_t i = m_slots[slot] - 1u;
-      if (keyOf(i) == key) return static_cast<int>(i);
+      if (SameWord(keyOf(i), key)) return static_cast<int>(i);
     }
     return -1;
   }
@@ -423,6 +446,14 @@ template <class T, std::size_t N>
 void ReadOwnTokens(const FormTable<T, NoContext, N>& form, const CECadClsLvl& node, T& object) {
   NoContext context;
   ReadOwnTokens(form, node, object, context);
+}
+
+/// The same for a form whose keyword is known to be that of the row.
+template <std::size_t kRow, class T, std::size_t N>
+void ReadOwnTokens(const FormTable<T, NoContext, N>& form, const CECadClsLvl& node, T& object) {
+  NoContext context;
+  Walk<NoContext> walk{context, true};
+  form.Rows()[kRow].read(walk, node, object);
 }
 
 // ---- rows with rows of their own ----
