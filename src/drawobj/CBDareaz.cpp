@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
+#include "drawobj/ShapeTools.h"
 
 CBDareaz::CBDareaz() { m_sKind = "AREA"; }
 CBDareaz::~CBDareaz() { delete m_pVertices; }

@@ -1,8 +1,8 @@
 #include "drawobj/CBDcircle.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDcircle::CBDcircle() { m_sKind = "CIRCLE"; }
 CBDcircle::~CBDcircle() = default;

@@ -1,8 +1,8 @@
 #include "drawobj/CBDdonut.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDdonut::CBDdonut() { m_sKind = "DONUT"; }
 CBDdonut::~CBDdonut() = default;

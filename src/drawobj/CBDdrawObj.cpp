@@ -5,8 +5,8 @@
 
 #include "base/HostInterface.h"
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/DrawObjFamily.h"
+#include "drawobj/ShapeTools.h"
 
 using laminate::FamilyRow;
 using laminate::FindFamilyRow;

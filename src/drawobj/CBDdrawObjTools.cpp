@@ -11,7 +11,7 @@
 #include "drawobj/CBDsurface.h"
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
-#include "drawobj/DrawObjCopy.h"
+#include "drawobj/ShapeTools.h"
 
 using laminate::As;
 using laminate::Required;
@@ -129,7 +129,7 @@ double CBDdrawObj::GetLineWidthFromDrawObj(CBDdrawObj* p) {
     if (pLine == nullptr) return 0;
     for (const CBDvertex* pVertex : Required(pLine->m_pVertices)) {
       if (pVertex == nullptr) continue;
-      if (pVertex->m_sType == "PT") {
+      if (laminate::SaysPoint(*pVertex)) {
         if (pVertex->m_dWidth > kNoWidth) return pVertex->m_dWidth;
       } else if (const auto* pArc = As<const CBDvertexArc>(*pVertex)) {
         if (pArc->m_dBeginWidth != 0) return pArc->m_dBeginWidth;

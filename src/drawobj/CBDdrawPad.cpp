@@ -1,8 +1,8 @@
 #include "drawobj/CBDdrawPad.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDdrawPad::CBDdrawPad() : m_pShapes(new CBDdrawObjArray) { m_sKind = "DRAWPAD"; }
 CBDdrawPad::~CBDdrawPad() { delete m_pShapes; }

@@ -3,8 +3,8 @@
 #include <cmath>
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDdrawPadstack::CBDdrawPadstack() {
   m_sKind = "DRAWPADSTACK";

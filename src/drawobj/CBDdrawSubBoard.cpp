@@ -1,8 +1,8 @@
 #include "drawobj/CBDdrawSubBoard.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDdrawSubBoard::CBDdrawSubBoard() : m_pShapes(new CBDdrawObjArray) { m_sKind = "DRAWSUBBOARD"; }
 CBDdrawSubBoard::~CBDdrawSubBoard() { delete m_pShapes; }

@@ -2,8 +2,8 @@
 
 #include "base/TextOut.h"
 #include "drawobj/CBDcircle.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDhole::CBDhole() : m_pShape(new CBDdrawObj) { m_sKind = "HOLE"; }
 CBDhole::~CBDhole() { delete m_pShape; }

@@ -3,8 +3,8 @@
 #include "base/TextOut.h"
 #include "drawobj/CBDsurface.h"
 #include "drawobj/CBDvertexPt.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDline::CBDline() : m_pVertices(new CBDvertexArray) { m_sKind = "LINE"; }
 CBDline::~CBDline() { delete m_pVertices; }
@@ -102,7 +102,7 @@ int CBDline::nGetFilletPtIndex() const {
   const CBDvertexArray& vertices = laminate::Required(m_pVertices);
   for (INT_PTR i = 0; i < vertices.GetSize(); ++i) {
     const CBDvertex* p = vertices.GetAt(i);
-    if (p == nullptr || p->m_sType != "PT") continue;
+    if (p == nullptr || !laminate::SaysPoint(*p)) continue;
     const auto* pPoint = laminate::As<const CBDvertexPt>(*p);
     if (pPoint != nullptr && laminate::Required(pPoint->m_pFillet).m_dWidth != 0) return static_cast<int>(i);
   }

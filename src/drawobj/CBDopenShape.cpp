@@ -1,8 +1,8 @@
 #include "drawobj/CBDopenShape.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDopenShape::CBDopenShape() : m_pVertices(new CBDvertexArray) { m_sKind = "OPENSHAPE"; }
 CBDopenShape::~CBDopenShape() { delete m_pVertices; }

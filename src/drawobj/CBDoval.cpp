@@ -1,8 +1,8 @@
 #include "drawobj/CBDoval.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDoval::CBDoval() { m_sKind = "OVAL"; }
 CBDoval::~CBDoval() = default;

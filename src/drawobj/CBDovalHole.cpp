@@ -1,8 +1,8 @@
 #include "drawobj/CBDovalHole.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDovalHole::CBDovalHole() { m_sKind = "OVALHOLE"; }
 CBDovalHole::~CBDovalHole() = default;

@@ -1,8 +1,8 @@
 #include "drawobj/CBDrectangle.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDrectangle::CBDrectangle() { m_sKind = "RECTANGLE"; }
 CBDrectangle::~CBDrectangle() = default;

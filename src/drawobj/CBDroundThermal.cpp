@@ -1,8 +1,8 @@
 #include "drawobj/CBDroundThermal.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDroundThermal::CBDroundThermal() { m_sKind = "ROUNDTHERMAL"; }
 CBDroundThermal::~CBDroundThermal() = default;

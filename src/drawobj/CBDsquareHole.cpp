@@ -1,8 +1,8 @@
 #include "drawobj/CBDsquareHole.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDsquareHole::CBDsquareHole() { m_sKind = "SQUAREHOLE"; }
 CBDsquareHole::~CBDsquareHole() = default;

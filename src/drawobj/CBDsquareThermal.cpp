@@ -1,8 +1,8 @@
 #include "drawobj/CBDsquareThermal.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDsquareThermal::CBDsquareThermal() { m_sKind = "SQUARETHERMAL"; }
 CBDsquareThermal::~CBDsquareThermal() = default;

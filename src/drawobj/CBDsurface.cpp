@@ -4,8 +4,8 @@
 #include "base/TextOut.h"
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDsurface::CBDsurface() {
   m_sKind = "SURFACE";
@@ -143,7 +143,7 @@ bool CBDsurface::HasOutline() const {
   if (m_pVertices == nullptr) return false;
   int nVertices = 0;
   for (const CBDvertex* p : *m_pVertices) {
-    if (p != nullptr && (++nVertices == 3 || p->m_sType != "PT")) return true;
+    if (p != nullptr && (++nVertices == 3 || !laminate::SaysPoint(*p))) return true;
   }
   return false;
 }
@@ -211,7 +211,7 @@ void CBDsurface::vSetScale(double dScale) {
 int CBDsurface::bChkArcAndArc() const {
   // The arc at a slot, or null for a point or a vertex that does not fit its class.
   const auto arcOf = [](const CBDvertex& vertex) {
-    return vertex.m_sType == "PT" ? nullptr : laminate::As<const CBDvertexArc>(vertex);
+    return laminate::SaysPoint(vertex) ? nullptr : laminate::As<const CBDvertexArc>(vertex);
   };
   const CBDvertex* pFirst = nullptr;
   const CBDvertexArc* pBefore = nullptr;
@@ -232,7 +232,7 @@ int CBDsurface::bChkArcAndArc() const {
 
 void CBDsurface::vGiveTarcValueForAllElement(double d) {
   for (CBDvertex* p : laminate::Required(m_pVertices)) {
-    if (p == nullptr || p->m_sType != "PT") continue;
+    if (p == nullptr || !laminate::SaysPoint(*p)) continue;
     if (auto* pPoint = laminate::As<CBDvertexPt>(*p)) pPoint->m_dTarc = d;
   }
 }

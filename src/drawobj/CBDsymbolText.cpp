@@ -1,8 +1,8 @@
 #include "drawobj/CBDsymbolText.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 #include "drawobj/TextRows.h"
 
 CBDsymbolText::CBDsymbolText() : m_pText(new CBDtext) { m_sKind = "SYMBOLTEXT"; }
@@ -34,9 +34,7 @@ template <>
 std::vector<FormView<CBDsymbolText>> Grammar() {
   return {View<kSymbolText>(), View<kSymbolGeometry>()};
 }
-std::vector<FormView<CBDtext>> SymbolTextGrammar() {
-  return {View<kSymbolInnerText>()};
-}
+std::vector<FormView<CBDtext>> SymbolTextGrammar() { return {View<kSymbolInnerText>()}; }
 
 }  // namespace laminate
 

@@ -1,8 +1,8 @@
 #include "drawobj/CBDtext.h"
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 #include "drawobj/TextRows.h"
 
 CBDtext::CBDtext() { m_sKind = "TEXT"; }

@@ -3,8 +3,8 @@
 #include "base/TextOut.h"
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDvertex::~CBDvertex() = default;
 
@@ -17,7 +17,7 @@ template <class Vertex, class Function>
 void AsItsKind(Vertex& vertex, Function&& function) {
   using Point = std::conditional_t<std::is_const_v<Vertex>, const CBDvertexPt, CBDvertexPt>;
   using Arc = std::conditional_t<std::is_const_v<Vertex>, const CBDvertexArc, CBDvertexArc>;
-  if (vertex.m_sType == "PT") {
+  if (laminate::SaysPoint(vertex)) {
     if (Point* p = As<Point>(vertex)) function(*p);
   } else {
     if (Arc* p = As<Arc>(vertex)) function(*p);
@@ -60,7 +60,7 @@ void CBDvertex::vSetScale(double dScale) {
 void CBDvertex::DeleteVertexArray(void* p) {
   auto& vertices = laminate::Required(static_cast<CBDvertexArray*>(p));
   for (CBDvertex* pVertex : vertices) {
-    if (pVertex != nullptr && (pVertex->m_sType == "PT" || pVertex->m_sType == "ARC")) delete pVertex;
+    if (pVertex != nullptr && (laminate::SaysPoint(*pVertex) || pVertex->m_sType == "ARC")) delete pVertex;
   }
   vertices.SetSize(0, -1);
   delete &vertices;

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDvertexArc::~CBDvertexArc() = default;
 

@@ -4,8 +4,8 @@
 #include <memory>
 
 #include "base/TextOut.h"
-#include "drawobj/DrawObjCopy.h"
 #include "drawobj/ShapeGrammar.h"
+#include "drawobj/ShapeTools.h"
 
 CBDvertexPt::~CBDvertexPt() { delete m_pFillet; }
 

@@ -22,7 +22,7 @@
 #include "drawobj/CBDsurface.h"
 #include "drawobj/CBDsymbolText.h"
 #include "drawobj/CBDtext.h"
-#include "drawobj/DrawObjCopy.h"
+#include "drawobj/ShapeTools.h"
 #include "reader/Grammar.h"
 
 namespace laminate {

@@ -1,4 +1,5 @@
 #pragma once
+// What the sources of the family share beside their grammars: types at run time, copies, moves.
 #include <memory>
 #include <type_traits>
 #include <typeinfo>
@@ -6,6 +7,8 @@
 
 #include "base/CExPtrArray.h"
 #include "drawobj/CBDdrawObj.h"
+#include "drawobj/CBDvertex.h"
+#include "reader/Grammar.h"
 
 namespace laminate {
 
@@ -42,13 +45,19 @@ T* As(Base& object) {
   return dynamic_cast<T*>(&object);
 }
 
+/// A vertex says that it is a point.
+inline bool SaysPoint(const CBDvertex& vertex) { return SameWord(vertex.m_sType.View(), "PT"); }
+
+/// The side that mirrors.
+inline bool IsBack(const CString& sSide) { return SameWord(sSide.View(), "B"); }
+
 /// Moves one point: on the back side one coordinate is negated first.
 inline void MoveMirroringX(CPointD& pt, double dX, double dY, double dAngle, const CString& sSide) {
-  if (sSide == "B") pt.x = -pt.x;
+  if (IsBack(sSide)) pt.x = -pt.x;
   pt.MoveRotate(dX, dY, dAngle);
 }
 inline void MoveMirroringY(CPointD& pt, double dX, double dY, double dAngle, const CString& sSide) {
-  if (sSide == "B") pt.y = -pt.y;
+  if (IsBack(sSide)) pt.y = -pt.y;
   pt.MoveRotate(dX, dY, dAngle);
 }
 inline void Scale(CPointD& pt, double dScale) {
