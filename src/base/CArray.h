@@ -67,7 +67,7 @@ class CArray : public CObject {
     } else {
       // The value may lie in this array: it is copied before the elements move.
       TYPE copy(value);
-      Reserve(m_nSize + 1);
+      Reserve(std::size_t{m_nSize} + 1);
       ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::move_if_noexcept(copy));
     }
     return static_cast<INT_PTR>(m_nSize++);
@@ -75,10 +75,16 @@ class CArray : public CObject {
   /// Appends a value that is made in place. The arguments must not lie in this array.
   template <class... Args>
   TYPE& Emplace(Args&&... args) {
-    if (m_nSize == m_nCapacity) Reserve(m_nSize + 1);
+    if (m_nSize == m_nCapacity) Reserve(std::size_t{m_nSize} + 1);
     TYPE* p = ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::forward<Args>(args)...);
     ++m_nSize;
     return *p;
+  }
+  /// Takes over elements that stand ready in storage of the caller, who keeps it for as long as the array lives. The
+  /// array must be empty. It destroys the elements, and moves them to storage of its own when it grows.
+  void Borrow(TYPE* pData, std::size_t nSize) noexcept {
+    m_pData = pData;
+    m_nSize = static_cast<std::uint32_t>(nSize);
   }
   /// Appends all elements of another array, or of this one; gives the index of the first.
   INT_PTR Append(const CArray& src);
@@ -117,15 +123,19 @@ class CArray : public CObject {
   void Reallocate(std::size_t nCapacity);
   void Free() noexcept {
     std::destroy_n(m_pData, m_nSize);
-    if (m_pData != nullptr) laminate::PoolFree(m_pData, m_nCapacity * sizeof(TYPE));
+    // Elements without capacity stand in borrowed storage.
+    if (m_nCapacity != 0) laminate::PoolFree(m_pData, m_nCapacity * sizeof(TYPE));
     m_pData = nullptr;
     m_nSize = m_nCapacity = 0;
   }
-  static constexpr std::size_t kMaxSize = static_cast<std::size_t>(std::numeric_limits<INT_PTR>::max()) / sizeof(TYPE);
+  static constexpr std::size_t kMaxSize =
+      std::min(static_cast<std::size_t>(std::numeric_limits<INT_PTR>::max()) / sizeof(TYPE),
+               std::size_t{std::numeric_limits<std::uint32_t>::max()});
 
   TYPE* m_pData = nullptr;
-  std::size_t m_nSize = 0;
-  std::size_t m_nCapacity = 0;
+  // In 32 bits: most arrays of a design hold one or two elements, and there are very many of them.
+  std::uint32_t m_nSize = 0;
+  std::uint32_t m_nCapacity = 0;
 };
 
 template <class TYPE, class ARG_TYPE>
@@ -148,18 +158,19 @@ void CArray<TYPE, ARG_TYPE>::Reallocate(std::size_t nCapacity) {
       }
     }
   }
-  const std::size_t nSize = m_nSize;
+  const std::uint32_t nSize = m_nSize;
   Free();
   m_pData = pNew;
   m_nSize = nSize;
-  m_nCapacity = nCapacity;
+  m_nCapacity = static_cast<std::uint32_t>(nCapacity);
 }
 
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Reserve(std::size_t nMinimum) {
   if (nMinimum <= m_nCapacity) return;
   // The first steps are small, since most arrays of a design hold one or two elements.
-  const std::size_t nGrown = m_nCapacity < 4 ? 2 * m_nCapacity : m_nCapacity + m_nCapacity / 2;
+  const std::size_t nOld = m_nCapacity;
+  const std::size_t nGrown = std::min(nOld < 4 ? 2 * nOld : nOld + nOld / 2, kMaxSize);
   Reallocate(std::max(nMinimum, nGrown));
 }
 
@@ -171,12 +182,12 @@ void CArray<TYPE, ARG_TYPE>::SetSize(INT_PTR nNewSize, INT_PTR) {
     Free();
   } else if (nNew <= m_nSize) {
     std::destroy(m_pData + nNew, m_pData + m_nSize);
-    m_nSize = nNew;
+    m_nSize = static_cast<std::uint32_t>(nNew);
   } else {
     if (nNew > kMaxSize) AfxThrowMemoryException();
     Reserve(nNew);
     std::uninitialized_value_construct(m_pData + m_nSize, m_pData + nNew);
-    m_nSize = nNew;
+    m_nSize = static_cast<std::uint32_t>(nNew);
   }
 }
 
@@ -208,7 +219,7 @@ INT_PTR CArray<TYPE, ARG_TYPE>::Append(const CArray& src) {
   if (nMore > kMaxSize - nOld) AfxThrowMemoryException();
   Reserve(nOld + nMore);
   std::uninitialized_copy_n(src.m_pData, nMore, m_pData + nOld);
-  m_nSize = nOld + nMore;
+  m_nSize = static_cast<std::uint32_t>(nOld + nMore);
   return static_cast<INT_PTR>(nOld);
 }
 
@@ -223,7 +234,7 @@ void CArray<TYPE, ARG_TYPE>::Copy(const CArray& src) {
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::TakeAll(CArray& tail) {
   if (tail.m_nSize > kMaxSize - m_nSize) AfxThrowMemoryException();
-  Reserve(m_nSize + tail.m_nSize);
+  Reserve(std::size_t{m_nSize} + tail.m_nSize);
   if constexpr (std::is_nothrow_move_constructible_v<TYPE>) {
     std::uninitialized_move_n(tail.m_pData, tail.m_nSize, m_pData + m_nSize);
   } else {
@@ -239,7 +250,7 @@ void CArray<TYPE, ARG_TYPE>::InsertAt(INT_PTR n, ARG_TYPE value, INT_PTR nCount)
   CArray added;
   if (n > GetSize()) added.SetSize(n - GetSize());
   if (static_cast<std::size_t>(nCount) > kMaxSize - added.m_nSize) AfxThrowMemoryException();
-  added.Reserve(added.m_nSize + static_cast<std::size_t>(nCount));
+  added.Reserve(std::size_t{added.m_nSize} + static_cast<std::size_t>(nCount));
   for (INT_PTR i = 0; i < nCount; ++i) added.Add(value);
   InsertAll(std::min(n, GetSize()), added);
 }
@@ -262,7 +273,7 @@ void CArray<TYPE, ARG_TYPE>::InsertAll(INT_PTR n, CArray& added) {
     std::rotate(m_pData + n, m_pData + m_nSize - added.m_nSize, m_pData + m_nSize);
   } else {
     CArray fresh;
-    fresh.Reserve(m_nSize + added.m_nSize);
+    fresh.Reserve(std::size_t{m_nSize} + added.m_nSize);
     for (INT_PTR i = 0; i < n; ++i) fresh.Emplace(m_pData[i]);
     fresh.TakeAll(added);
     for (INT_PTR i = n; i < GetSize(); ++i) fresh.Emplace(m_pData[i]);
@@ -276,7 +287,7 @@ void CArray<TYPE, ARG_TYPE>::RemoveAt(INT_PTR n, INT_PTR nCount) {
   if (nCount == 0) return;  // an element must not be moved onto itself
   std::move(m_pData + n + nCount, m_pData + m_nSize, m_pData + n);
   std::destroy(m_pData + m_nSize - nCount, m_pData + m_nSize);
-  m_nSize -= static_cast<std::size_t>(nCount);
+  m_nSize -= static_cast<std::uint32_t>(nCount);
 }
 
 template <class TYPE, class ARG_TYPE>

@@ -32,6 +32,16 @@ class CString {
   CString(const char* sz, int nLength)
       : CString(sz && nLength > 0 ? std::string_view(sz, static_cast<std::size_t>(nLength)) : std::string_view()) {}
   explicit CString(std::string_view s) { Assign(s); }
+  /// The same for a text from whose first byte on at least 16 bytes can be read: a short one is copied in one step.
+  struct FromPadded {};
+  CString(FromPadded, std::string_view s) {
+    if (s.size() <= kInlineLength) [[likely]] {
+      std::memcpy(m_rep.text, s.data(), sizeof m_rep.text);
+      SetInline(s.size());
+    } else {
+      AssignHeap(s);
+    }
+  }
   explicit CString(char ch, int nRepeat = 1);
   ~CString() {
     if (IsHeap()) Release();
@@ -269,3 +279,9 @@ class CString {
 };
 
 static_assert(sizeof(CString) == 16);
+
+// g++ passes an object through "..." by address, where it would be taken for the text itself. Other compilers refuse
+// that by themselves; from here on it does too.
+#if defined(__GNUC__) && !defined(__clang__)
+#pragma GCC diagnostic error "-Wconditionally-supported"
+#endif

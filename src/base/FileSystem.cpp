@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <cstddef>
 #include <memory>
 #include <new>
 #include <stdexcept>
@@ -260,7 +261,9 @@ std::int64_t FileSystem::SizeOf(Handle h) {
 }
 
 FileSystem& TheFileSystem() {
-  static FileSystem* const theSystem = new FileSystem;  // never destroyed: files may be closed while the process ends
+  // Never destroyed: files may be closed while the process ends.
+  alignas(FileSystem) static std::byte place[sizeof(FileSystem)];
+  static FileSystem* const theSystem = ::new (static_cast<void*>(place)) FileSystem;
   return t_pFileSystem != nullptr ? *t_pFileSystem : *theSystem;
 }
 
@@ -292,7 +295,9 @@ int ReadWholeFile(const char* szPath, std::string& sContent, std::uint64_t nOffs
     const std::int64_t nSize = files.SizeOf(file.Get());
     const std::uint64_t nLeft =
         nSize > 0 && static_cast<std::uint64_t>(nSize) > nOffset ? static_cast<std::uint64_t>(nSize) - nOffset : 0;
-    sContent.reserve(nLeft + 1);
+    // With room for what a reader may want to put behind it.
+    constexpr std::size_t kRoomBehind = 64;
+    sContent.reserve(nLeft + kRoomBehind);
     // A string clears what it grows by; in steps that stay in the cache this costs little.
     constexpr std::size_t kStep = 256 * 1024;
     std::size_t nHave = 0;

@@ -1,7 +1,6 @@
 #include "base/CString.h"
 
 #include <gtest/gtest.h>
-#include <locale.h>
 
 #include <atomic>
 #include <climits>
@@ -11,9 +10,13 @@
 #include <unordered_map>
 #include <vector>
 
+#include "base/LocaleScope.h"
+
 using namespace std::string_view_literals;
 
 namespace {
+
+using laminate::test::LocaleScope;
 
 static_assert(sizeof(CString) <= 16);
 static_assert(std::is_nothrow_move_constructible_v<CString> && std::is_nothrow_copy_constructible_v<CString>);
@@ -345,7 +348,7 @@ TEST(CString, Appends) {
   EXPECT_EQ(Text(static_cast<const char*>(nullptr) + s + static_cast<const char*>(nullptr)), "a");
 }
 
-TEST(CString, AppendsAndInsertsParts0fItself) {
+TEST(CString, AppendsAndInsertsPartsOfItself) {
   for (const std::size_t n : kLengths) {
     const std::string text = Sample(n);
     CString s(text);
@@ -664,20 +667,6 @@ TEST(CString, Formats) {
 #pragma GCC diagnostic pop
   EXPECT_EQ(Text(s), "%") << "a failure leaves the text alone";
 }
-
-// Restores the locale of the program.
-class LocaleScope {
- public:
-  explicit LocaleScope(const char* szName) : m_sOld(setlocale(LC_ALL, nullptr)) {
-    m_bSet = setlocale(LC_ALL, szName) != nullptr;
-  }
-  ~LocaleScope() { setlocale(LC_ALL, m_sOld.c_str()); }
-  bool IsSet() const { return m_bSet; }
-
- private:
-  std::string m_sOld;
-  bool m_bSet;
-};
 
 TEST(CString, IsTheSameUnderEveryLocale) {
   {
