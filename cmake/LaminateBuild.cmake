@@ -66,15 +66,43 @@ function(laminate_test name)
       break()
     endif()
   endforeach()
+  target_link_libraries(${name} PRIVATE ${arg_LIBRARIES})
+  laminate_test_program(${name})
+endfunction()
+
+# laminate_test_program(<target>): makes a program of GoogleTest cases a test.
+function(laminate_test_program name)
+  laminate_test_settings(${name})
+  target_precompile_headers(${name} REUSE_FROM laminate_test_headers)
+  add_dependencies(${name} laminate_locales)
+  add_test(NAME ${name} COMMAND ${name})
+  laminate_test_environment(${name})
+endfunction()
+
+# How test code is compiled. One program, which does nothing, precompiles the headers that all tests share.
+function(laminate_test_settings name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
-  target_link_libraries(${name} PRIVATE laminate_options ${arg_LIBRARIES} GTest::gmock GTest::gtest_main)
+  target_link_libraries(${name} PRIVATE laminate_options GTest::gmock GTest::gtest_main)
   if(CMAKE_BUILD_TYPE STREQUAL "Release")
     # The rooms under test keep the full optimisation; test code is big, runs once and gains nothing from it.
     target_compile_options(${name} PRIVATE -O1)
   endif()
-  add_dependencies(${name} laminate_locales)
-  add_test(NAME ${name} COMMAND ${name})
-  laminate_test_environment(${name})
+  if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache)
+    # What ccache asks for where headers are precompiled.
+    set_target_properties(${name} PROPERTIES
+      CXX_COMPILER_LAUNCHER "env;CCACHE_SLOPPINESS=pch_defines,time_macros;${CMAKE_CXX_COMPILER_LAUNCHER}")
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${name} PRIVATE -fpch-preprocess)
+    else()
+      target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+    endif()
+  endif()
+endfunction()
+function(laminate_add_test_headers)
+  file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/test_headers.cpp CONTENT "int main() {}\n")
+  add_executable(laminate_test_headers ${CMAKE_BINARY_DIR}/test_headers.cpp)
+  laminate_test_settings(laminate_test_headers)
+  target_precompile_headers(laminate_test_headers PRIVATE <gmock/gmock.h> <gtest/gtest.h>)
 endfunction()
 
 # laminate_test_environment(<test>...): every test finds the locales of the build tree and, where they were given, the
