@@ -285,26 +285,27 @@ bool Scene::IsSelected(std::size_t nLayer) const {
 }
 
 // From the back to the front: the far side's other layers, copper from far to near, common layers, the near side's
-// other layers, the outline, holes. Among equals, what is drawn in large areas comes first, and then what the board
-// names last.
+// other layers, the outline, holes. Openings of the near side's resist and stencil lie below its copper, so that of
+// them a rim is seen around each pad. Among equals, what covers most comes first, and then what the board names last.
 std::vector<std::size_t> Scene::DrawingOrder() const {
-  const LayerPlace far = Seen() == View::sideB ? LayerPlace::sideA : LayerPlace::sideB;
+  const LayerPlace near = Seen() == View::sideB ? LayerPlace::sideB : LayerPlace::sideA;
   const auto rank = [&](std::size_t n) {
     const BoardLayer& layer = m_layers[n];
-    int nRank = 2;
+    enum Rank { farOthers, copper, openings, nearCopper, common, nearOthers, outline, holes };
+    Rank nRank = farOthers;
     if (n == m_layers.HoleLayer()) {
-      nRank = 5;
+      nRank = holes;
     } else if (layer.type == "OUTLINE") {
-      nRank = 4;
+      nRank = outline;
     } else if (layer.conductive) {
-      nRank = 1;
-    } else if (layer.place == far) {
-      nRank = 0;
-    } else if (layer.place != LayerPlace::common) {
-      nRank = 3;
+      nRank = layer.place == near ? nearCopper : copper;
+    } else if (layer.place == LayerPlace::common) {
+      nRank = common;
+    } else if (layer.place == near) {
+      nRank = layer.type == "RESIST" || layer.type == "METALMASK" ? openings : nearOthers;
     }
     const int nDepth = Seen() == View::sideB ? layer.number : -layer.number;
-    return std::tuple(nRank, nDepth, CoverRank(layer.type), -static_cast<long>(n));
+    return std::tuple(static_cast<int>(nRank), nDepth, CoverRank(layer.type), -static_cast<long>(n));
   };
   std::vector<std::size_t> order;
   for (std::size_t n = 0; n < m_contents.size(); ++n) {
