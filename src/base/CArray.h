@@ -75,7 +75,7 @@ class CArray : public CObject {
   /// Appends a value that is made in place. The arguments must not lie in this array.
   template <class... Args>
   TYPE& Emplace(Args&&... args) {
-    if (m_nSize == m_nCapacity) Reserve(std::size_t{m_nSize} + 1);
+    if (m_nSize >= m_nCapacity) Reserve(std::size_t{m_nSize} + 1);
     TYPE* p = ::new (static_cast<void*>(m_pData + m_nSize)) TYPE(std::forward<Args>(args)...);
     ++m_nSize;
     return *p;

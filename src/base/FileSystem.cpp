@@ -9,6 +9,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <climits>
 #include <cstddef>
 #include <memory>
 #include <new>
@@ -36,6 +37,19 @@ const char* Arg(const char* szPath) { return szPath ? szPath : ""; }
 int OpenAt(int folder, const char* szPath, int nFlags, unsigned nMode = 0) {
   return Outcome(Repeated([=] { return ::openat(folder, szPath, nFlags | O_CLOEXEC | O_NOCTTY, nMode); }));
 }
+
+// A descriptor of the system itself: what an operation of the seam opens for its own use is no operation more.
+struct Descriptor {
+  int fd = -1;
+  void reset(int n) {
+    if (fd >= 0) ::close(fd);
+    fd = n;
+  }
+  Descriptor() = default;
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  ~Descriptor() { reset(-1); }
+};
 
 constexpr int kFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
 
@@ -91,18 +105,6 @@ class TreeRemover {
     ino_t inode;
     std::vector<std::string> names;  // still to be removed
   };
-  struct Descriptor {
-    int fd = -1;
-    void reset(int n) {
-      if (fd >= 0) ::close(fd);
-      fd = n;
-    }
-    Descriptor() = default;
-    Descriptor(const Descriptor&) = delete;
-    Descriptor& operator=(const Descriptor&) = delete;
-    ~Descriptor() { reset(-1); }
-  };
-
   void Fail(int nError) {
     if (m_nResult == 0) m_nResult = nError;
   }
@@ -232,8 +234,9 @@ FileSystem::Handle FileSystem::LockFolder(const char* szPath) {
 }
 
 int FileSystem::ListFolder(const char* szPath, std::vector<std::string>& names) {
-  const OpenedFile folder(OpenAt(AT_FDCWD, Arg(szPath), O_RDONLY | O_DIRECTORY));
-  return folder.IsOpen() ? NamesIn(folder.Get(), names) : folder.Get();
+  Descriptor folder;
+  folder.reset(OpenAt(AT_FDCWD, Arg(szPath), O_RDONLY | O_DIRECTORY));
+  return folder.fd < 0 ? folder.fd : NamesIn(folder.fd, names);
 }
 
 int FileSystem::CheckOwnFolder(const char* szPath) {
@@ -258,6 +261,29 @@ std::int64_t FileSystem::SizeOf(Handle h) {
   struct stat info;
   if (::fstat(h, &info) != 0) return -errno;
   return S_ISREG(info.st_mode) ? info.st_size : 0;
+}
+
+int FileSystem::Describe(const char* szPath, FileInfo& info) {
+  struct stat status;
+  if (::stat(Arg(szPath), &status) != 0) return -errno;
+  info.kind = S_ISREG(status.st_mode)   ? FileInfo::Kind::file
+              : S_ISDIR(status.st_mode) ? FileInfo::Kind::folder
+                                        : FileInfo::Kind::other;
+  info.nMode = status.st_mode & 07777;
+  info.bWritable = ::access(Arg(szPath), W_OK) == 0;
+  return 0;
+}
+
+int FileSystem::ReadLink(const char* szPath, std::string& sTarget) {
+  char szTarget[PATH_MAX];
+  const ssize_t n = ::readlink(Arg(szPath), szTarget, sizeof szTarget);
+  if (n < 0) return -errno;
+  sTarget.assign(szTarget, static_cast<std::size_t>(n));
+  return 0;
+}
+
+int FileSystem::SetMode(Handle h, unsigned nMode) {
+  return Outcome(Repeated([=] { return ::fchmod(h, nMode); }));
 }
 
 FileSystem& TheFileSystem() {

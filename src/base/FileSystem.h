@@ -60,6 +60,18 @@ class FileSystem {
   virtual int DescribeVolume(const char* szPath, Volume& volume);
   /// How many bytes a file holds; 0 for what has no size, such as a pipe.
   virtual std::int64_t SizeOf(Handle h);
+
+  struct FileInfo {
+    enum class Kind { file, folder, other };
+    Kind kind = Kind::other;
+    unsigned nMode = 0;      ///< the permissions
+    bool bWritable = false;  ///< by the calling user
+  };
+  /// What a path leads to, behind all links; -ENOENT when there is nothing.
+  virtual int Describe(const char* szPath, FileInfo& info);
+  /// What a link says; -EINVAL for what is no link.
+  virtual int ReadLink(const char* szPath, std::string& sTarget);
+  virtual int SetMode(Handle h, unsigned nMode);
 };
 
 /// The file system that serves the calling thread.

@@ -1,10 +1,8 @@
 #include "base/WholeFile.h"
 
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cerrno>
-#include <climits>
 
 namespace laminate {
 namespace {
@@ -14,10 +12,10 @@ int FollowLinks(const CString& sPath, std::string& sTarget) {
   constexpr int kMaxLinks = 40;  // what the system itself follows
   sTarget = std::string(sPath.CView());
   for (int i = 0; i < kMaxLinks; ++i) {
-    char szLink[PATH_MAX];
-    const ssize_t n = ::readlink(sTarget.c_str(), szLink, sizeof szLink);
-    if (n < 0) return 0;
-    const std::string sLink(szLink, static_cast<std::size_t>(n));
+    std::string sLink;
+    const int nResult = TheFileSystem().ReadLink(sTarget.c_str(), sLink);
+    if (nResult == -EINVAL || nResult == -ENOENT) return 0;
+    if (nResult != 0) return nResult;
     const std::size_t nFolder = sTarget.rfind('/');
     sTarget = sLink.starts_with('/') || nFolder == std::string::npos ? sLink : sTarget.substr(0, nFolder + 1) + sLink;
   }
@@ -30,18 +28,20 @@ WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
   if (sPath.IsEmpty()) Fail(ENOENT);
   FileSystem& fileSystem = TheFileSystem();
   if (const int n = FollowLinks(sPath, m_sTarget); n != 0) Fail(-n);
-  struct stat info {};
-  const bool bExists = ::stat(m_sTarget.c_str(), &info) == 0;
-  if (bExists && S_ISDIR(info.st_mode)) Fail(EISDIR);
-  if (bExists && !S_ISREG(info.st_mode)) {
+  FileSystem::FileInfo info;
+  const int nFound = fileSystem.Describe(m_sTarget.c_str(), info);
+  if (nFound != 0 && nFound != -ENOENT) Fail(-nFound);
+  const bool bExists = nFound == 0;
+  if (bExists && info.kind == FileSystem::FileInfo::Kind::folder) Fail(EISDIR);
+  if (bExists && info.kind == FileSystem::FileInfo::Kind::other) {
     const FileSystem::Handle h = fileSystem.OpenForWriting(m_sTarget.c_str());
     if (h < 0) Fail(-h);
     m_file = OpenedFile(h);
   } else {
     if (bExists) {
       // Replacing it needs no right on the file itself; a write-protected one is left alone all the same.
-      if (::access(m_sTarget.c_str(), W_OK) != 0) Fail(errno);
-      m_nMode = info.st_mode & 07777;
+      if (!info.bWritable) Fail(EACCES);
+      m_nMode = info.nMode;
     }
     FileSystem::Handle h = -EEXIST;
     for (int i = 0; h == -EEXIST && i < 1000; ++i) {
@@ -74,7 +74,9 @@ void WholeFile::Commit() {
     if (const int n = m_file.Close(); n != 0) Fail(-n);
     return;
   }
-  if (m_nMode != 0 && ::fchmod(m_file.Get(), m_nMode) != 0) Fail(errno);
+  if (m_nMode != 0) {
+    if (const int n = fileSystem.SetMode(m_file.Get(), m_nMode); n != 0) Fail(-n);
+  }
   if (const int n = fileSystem.Sync(m_file.Get()); n != 0) Fail(-n);
   if (const int n = m_file.Close(); n != 0) Fail(-n);
   if (const int n = fileSystem.Rename(m_sTemporary.c_str(), m_sTarget.c_str()); n != 0) Fail(-n);

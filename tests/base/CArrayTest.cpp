@@ -3,6 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cstddef>
+#include <new>
 #include <random>
 #include <string>
 #include <vector>
@@ -233,6 +235,53 @@ TEST(CArray, MakesElementsInPlace) {
   array.Emplace("xyz", 2);
   array.Emplace() = "b";
   EXPECT_EQ(Texts(array), (std::vector<std::string>{"xy", "b"}));
+}
+
+// Elements in storage of the caller: every operation goes on from there to storage of the array's own.
+TEST(CArray, BorrowsStorage) {
+  using Operation = void (*)(CStringArray&);
+  const std::pair<const char*, Operation> operations[] = {
+      {"none", [](CStringArray&) {}},
+      {"Add", [](CStringArray& a) { a.Add("new"); }},
+      {"Add of its own", [](CStringArray& a) { a.Add(a[0]); }},
+      {"Emplace", [](CStringArray& a) { a.Emplace("new"); }},
+      {"Append", [](CStringArray& a) { a.Append(a); }},
+      {"InsertAt", [](CStringArray& a) { a.InsertAt(1, "new", 3); }},
+      {"RemoveAt", [](CStringArray& a) { a.RemoveAt(0); }},
+      {"RemoveAt and Add",
+       [](CStringArray& a) {
+         a.RemoveAt(0);
+         a.Add("new");
+       }},
+      {"shrink", [](CStringArray& a) { a.SetSize(1); }},
+      {"empty", [](CStringArray& a) { a.SetSize(0, -1); }},
+      {"grow", [](CStringArray& a) { a.SetSize(9); }},
+      {"SetAtGrow", [](CStringArray& a) { a.SetAtGrow(7, "new"); }},
+      {"FreeExtra", [](CStringArray& a) { a.FreeExtra(); }},
+      {"Copy", [](CStringArray& a) { a.Copy(CStringArray()); }},
+      {"copied to", [](CStringArray& a) {
+         CStringArray other;
+         other.Add("other");
+         a = other;
+       }}};
+  for (const auto& [szName, operation] : operations) {
+    alignas(CString) std::byte storage[3 * sizeof(CString)];
+    auto* pStorage = reinterpret_cast<CString*>(storage);
+    CStringArray plain;
+    CStringArray borrowing;
+    int i = 0;
+    for (const char* sz : {"a", "a text of more than sixteen bytes", "c"}) {
+      plain.Add(sz);
+      ::new (static_cast<void*>(pStorage + i++)) CString(sz);
+    }
+    borrowing.Borrow(pStorage, 3);
+    ASSERT_TRUE(borrowing == plain);
+    operation(plain);
+    operation(borrowing);
+    EXPECT_TRUE(borrowing == plain) << szName;
+    CStringArray copy(borrowing);
+    EXPECT_TRUE(copy == plain) << szName;
+  }
 }
 
 TEST(CArray, HasValueSemanticsInItsHeirs) {

@@ -89,6 +89,15 @@ class FaultyFileSystem : public FileSystem {
     return Fails("DescribeVolume") ? -m_nError : FileSystem::DescribeVolume(szPath, volume);
   }
   std::int64_t SizeOf(Handle h) override { return Fails("SizeOf") ? -m_nError : FileSystem::SizeOf(h); }
+  int Describe(const char* szPath, FileInfo& info) override {
+    return Fails("Describe") ? -m_nError : FileSystem::Describe(szPath, info);
+  }
+  int ReadLink(const char* szPath, std::string& sTarget) override {
+    return Fails("ReadLink") ? -m_nError : FileSystem::ReadLink(szPath, sTarget);
+  }
+  int SetMode(Handle h, unsigned nMode) override {
+    return Fails("SetMode") ? -m_nError : FileSystem::SetMode(h, nMode);
+  }
 
  private:
   bool Fails(const char* szOperation) {
