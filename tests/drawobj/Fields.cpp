@@ -1,5 +1,6 @@
 #include "drawobj/Fields.h"
 
+#include <charconv>
 #include <cstdio>
 #include <typeinfo>
 
@@ -76,8 +77,7 @@ std::string At(const CBDdrawObj& shape, std::string_view path) { return AtObject
 
 std::string Text(double d) {
   char sz[64];
-  std::snprintf(sz, sizeof sz, "%.17g", d);
-  return sz;
+  return std::string(sz, std::to_chars(sz, sz + sizeof sz, d).ptr);
 }
 std::string Text(int n) { return std::to_string(n); }
 std::string Text(const CString& s) { return "'" + std::string(s.View()) + "'"; }
