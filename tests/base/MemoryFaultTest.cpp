@@ -17,6 +17,7 @@
 #include "base/CStringArray.h"
 #include "base/CStringEx.h"
 #include "base/FileSystem.h"
+#include "base/Pool.h"
 #include "base/TestFolder.h"
 #include "base/TextOut.h"
 #include "base/XTokenString.h"
@@ -73,6 +74,26 @@ TEST(AllocationFault, FailsWhatItIsTold) {
     EXPECT_TRUE(bNone);
   }
   ::operator delete(::operator new(10));
+}
+
+TEST(MemoryFault, MakesThePoolRaise) {
+  for (const std::size_t nBytes : {std::size_t{8}, laminate::kPoolLimit, laminate::kPoolLimit + 1}) {
+    std::vector<void*> blocks;
+    blocks.reserve(20000);
+    bool bRaised = false;
+    {
+      const AllocationFault fault(1, AllocationFault::Duration::forever);
+      try {
+        // What the pool has at hand goes first.
+        while (blocks.size() < blocks.capacity()) blocks.push_back(laminate::PoolAllocate(nBytes));
+      } catch (const CMemoryException&) {
+        bRaised = true;
+      }
+    }
+    EXPECT_TRUE(bRaised) << nBytes;
+    laminate::PoolFree(laminate::PoolAllocate(nBytes), nBytes);
+    for (void* p : blocks) laminate::PoolFree(p, nBytes);
+  }
 }
 
 TEST(MemoryFault, LeavesStringsAsTheyWere) {
