@@ -43,6 +43,7 @@ std::uint64_t Match(const char* p) {
 template <char... kSet>
 class ByteScan {
  public:
+  ByteScan() = default;
   ByteScan(const char* begin, const char* end) : m_block(begin), m_end(end) { Load(); }
   /// The next byte of the set; the text's end when there is none left.
   const char* Next() {
@@ -69,8 +70,8 @@ class ByteScan {
     m_mask = Match<kSet...>(last) & ((std::uint64_t{1} << left) - 1);
   }
 
-  const char* m_block;
-  const char* m_end;
+  const char* m_block = nullptr;
+  const char* m_end = nullptr;
   std::uint64_t m_mask = 0;
 };
 

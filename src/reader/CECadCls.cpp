@@ -54,10 +54,11 @@ constexpr char kCommentInString[] = "a comment line inside a string is dropped";
 constexpr char kTextLost[] = "text directly before an opening quote is lost";
 constexpr char kTabInToken[] = "a tab does not separate tokens and is part of this one";
 
-void LeftOpen(CECadCls& reader, const TreeBuilder& builder, int nColumn) {
-  const CECadClsLvl& node = *builder.Innermost();
-  Fault(reader, node.m_nLine, nColumn,
-        node.m_sName.IsEmpty() ? CString("the form is not closed") : "the form \"" + node.m_sName + "\" is not closed");
+void LeftOpen(CECadCls& reader, const TreeBuilder& builder) {
+  const TreeBuilder::Place form = builder.Innermost();
+  Fault(reader, form.nLine, Column(form.nInLine),
+        form.sName.empty() ? CString("the form is not closed")
+                           : "the form \"" + CString(form.sName) + "\" is not closed");
 }
 
 void BadOpening(CECadCls& reader, Opened opened, int nLine, int nColumn) {
@@ -89,26 +90,43 @@ void Restart(CECadCls& reader) {
 
 // ---- the whole file ----
 
-// One pass over the text. A token is a stretch of it; only a string that spans lines is put together elsewhere.
+// One pass over the text, block by block. A token is a stretch of it; only a string that spans lines is put together
+// elsewhere.
 template <bool kDiagnose>
 class WholeFile {
  public:
-  WholeFile(CECadCls& reader, const std::string& text, bool bQuoteEndsAtLineEnd)
-      : m_reader(reader),
-        m_begin(text.data()),
-        m_end(text.data() + text.size()),
-        m_scan(m_begin, m_end),
-        m_bQuoteEndsAtLineEnd(bQuoteEndsAtLineEnd),
-        m_builder(reader.m_pRootArray) {}
+  WholeFile(CECadCls& reader, bool bQuoteEndsAtLineEnd, CECadClsLvlArray* pComplete)
+      : m_reader(reader), m_bQuoteEndsAtLineEnd(bQuoteEndsAtLineEnd), m_builder(pComplete) {}
 
-  int Run() {
-    const char* line = m_begin;
+  TreeBuilder& Builder() { return m_builder; }
+
+  // False when a bracket stops the parse.
+  bool Read(LineReader& lines) {
+    std::string_view block;
+    m_bGoesOn = true;
+    while (m_bGoesOn && lines.NextBlock(block)) {
+      if (!Block(block)) return false;
+      m_builder.KeepTokens(block);
+    }
+    if constexpr (kDiagnose) {
+      if (m_bInString) Remark(m_reader, m_nStringLine, m_nStringColumn, kStringLeftOpen);
+    }
+    if (m_builder.Level() > 0) LeftOpen(m_reader, m_builder);
+    return true;
+  }
+
+ private:
+  bool Block(std::string_view block) {
+    m_end = block.data() + block.size();
+    m_scan = Scan(block.data(), m_end);
+    m_rest.Start({});
+    const char* line = block.data();
     while (line != m_end) {
-      CountLine(m_nLine);
+      CountLine(m_reader.m_nLineNo);
       m_line = line;
       if (*line == '/' && line[1] == '/') {
         if constexpr (kDiagnose) {
-          if (m_bInString) Remark(m_reader, m_nLine, 1, kCommentInString);
+          if (m_bInString) Remark(m_reader, m_reader.m_nLineNo, 1, kCommentInString);
         }
         const char* p = m_scan.Next();
         while (p != m_end && *p != '\n') p = m_scan.Next();
@@ -116,25 +134,14 @@ class WholeFile {
         continue;
       }
       const char* lineEnd = Line();
-      if (lineEnd == nullptr) {
-        m_reader.m_nLineNo = m_nLine;
-        ShowBadNesting(m_reader, m_builder);
-        return -1;
+      if (lineEnd == nullptr) return false;
+      if (m_reader.m_bStopAtFormEnd && m_reader.m_nLineNo != 1 && m_builder.Level() == 0) {
+        m_bGoesOn = false;
+        return true;
       }
-      if (m_reader.m_bStopAtFormEnd && m_nLine != 1 && m_builder.Level() == 0) return Finish();
       line = lineEnd == m_end ? lineEnd : lineEnd + 1;
     }
-    return Finish();
-  }
-
- private:
-  int Finish() {
-    m_reader.m_nLineNo = m_nLine;
-    if constexpr (kDiagnose) {
-      if (m_bInString) Remark(m_reader, m_nStringLine, ColumnOf(m_nStringOffset), kStringLeftOpen);
-    }
-    if (m_builder.Level() > 0) LeftOpen(m_reader, m_builder, ColumnOf(m_builder.InnermostOffset()));
-    return m_builder.Level() == 0 ? 0 : -1;
+    return true;
   }
 
   // Handles the line from `m_line` on; gives its end, or null when a bracket stops the parse.
@@ -159,28 +166,31 @@ class WholeFile {
           Token(token, p);
           break;
         case '(': {
-          const Opened opened = m_builder.Open(View(token, p), m_nLine, static_cast<std::size_t>(p - m_begin));
+          Token(token, p);
+          const Opened opened = m_builder.Open(m_reader.m_nLineNo, static_cast<std::size_t>(p - m_line));
           if (opened != Opened::ok) [[unlikely]] {
-            BadOpening(m_reader, opened, m_nLine, Column(static_cast<std::size_t>(p - m_line)));
+            BadOpening(m_reader, opened, m_reader.m_nLineNo, Column(static_cast<std::size_t>(p - m_line)));
             return nullptr;
           }
           break;
         }
         case ')':
-          m_builder.Close(View(token, p));
+          Token(token, p);
+          m_builder.Close();
           if (m_builder.Level() == -1) [[unlikely]] {
-            Fault(m_reader, m_nLine, Column(static_cast<std::size_t>(p - m_line)), kClosedTooOften);
+            Fault(m_reader, m_reader.m_nLineNo, Column(static_cast<std::size_t>(p - m_line)), kClosedTooOften);
           }
           break;
         case '"':
           if (p != token && p[-1] == '\\') continue;  // taken literally: the token goes on
           if constexpr (kDiagnose) {
-            if (p != token) Remark(m_reader, m_nLine, Column(static_cast<std::size_t>(token - m_line)), kTextLost);
+            if (p != token)
+              Remark(m_reader, m_reader.m_nLineNo, Column(static_cast<std::size_t>(token - m_line)), kTextLost);
           }
           m_bInString = true;
           m_carried.clear();
-          m_nStringLine = m_nLine;
-          m_nStringOffset = static_cast<std::size_t>(p - m_begin);
+          m_nStringLine = m_reader.m_nLineNo;
+          m_nStringColumn = Column(static_cast<std::size_t>(p - m_line));
           break;
         default: {
           const char* end = ContentEnd(p);
@@ -228,7 +238,7 @@ class WholeFile {
       }
       Deliver(text, p);
       if (m_bEmbedded) return p;  // the quote begins the next token
-      m_builder.Token(" ");
+      m_builder.EmptyString();
       return p + 1;
     }
   }
@@ -237,7 +247,7 @@ class WholeFile {
     if (text != p) {
       Deliver(text, p);
     } else if (m_carried.empty()) {
-      m_builder.Token(" ");
+      m_builder.EmptyString();
       m_bInString = false;
     } else {
       m_carried += ' ';
@@ -249,7 +259,7 @@ class WholeFile {
       m_builder.Token({text, static_cast<std::size_t>(p - text)});
     } else {
       m_carried.append(text, p);
-      m_builder.Token(m_carried);
+      m_builder.TokenToKeep(m_carried);
     }
     m_bInString = false;
   }
@@ -278,41 +288,36 @@ class WholeFile {
     if (end - m_first >= 2) m_previous = end[-2];
   }
 
-  std::string_view View(const char* token, const char* p) {
+  void Token(const char* token, const char* p) {
     const std::string_view s(token, static_cast<std::size_t>(p - token));
     if constexpr (kDiagnose) {
       const std::size_t nTab = s.find('\t');
-      if (nTab != s.npos)
-        Remark(m_reader, m_nLine, Column(static_cast<std::size_t>(token - m_line) + nTab), kTabInToken);
+      if (nTab != s.npos) {
+        Remark(m_reader, m_reader.m_nLineNo, Column(static_cast<std::size_t>(token - m_line) + nTab), kTabInToken);
+      }
     }
-    return s;
+    m_builder.Token(s);
   }
-  void Token(const char* token, const char* p) { m_builder.Token(View(token, p)); }
 
-  int ColumnOf(std::size_t nOffset) const {
-    const char* p = m_begin + nOffset;
-    while (p != m_begin && p[-1] != '\n') --p;
-    return Column(nOffset - static_cast<std::size_t>(p - m_begin));
-  }
+  using Scan = laminate::ByteScan<' ', '(', ')', '"', '\n'>;
 
   CECadCls& m_reader;
-  const char* const m_begin;
-  const char* const m_end;
-  laminate::ByteScan<' ', '(', ')', '"', '\n'> m_scan;
   const bool m_bQuoteEndsAtLineEnd;
   TreeBuilder m_builder;
   laminate::RestOfLine m_rest;
+  bool m_bGoesOn = true;
 
-  int m_nLine = 0;
+  Scan m_scan;
+  const char* m_end = nullptr;    // of the block
   const char* m_line = nullptr;   // where the line begins
   const char* m_first = nullptr;  // and where it begins when trimmed
+  const char* m_stringLineEnd = nullptr;
   bool m_bInString = false;
   bool m_bEmbedded = false;
   char m_previous = '\0';
   std::string m_carried;  // what earlier lines hold of the string, line feeds included
-  const char* m_stringLineEnd = nullptr;
   int m_nStringLine = 0;
-  std::size_t m_nStringOffset = 0;
+  int m_nStringColumn = 0;
 };
 
 // ---- one form ----
@@ -349,7 +354,7 @@ class OneForm {
     if constexpr (kDiagnose) {
       if (m_bInString) Remark(m_reader, m_nStringLine, m_nStringColumn, kStringLeftOpen);
     }
-    if (m_builder.Level() > 0) LeftOpen(m_reader, m_builder, Column(m_builder.InnermostOffset()));
+    if (m_builder.Level() > 0) LeftOpen(m_reader, m_builder);
     return Opened::ok;
   }
 
@@ -406,15 +411,15 @@ class OneForm {
         m_nStringLine = m_reader.m_nLineNo;
         m_nStringColumn = ColumnOf(p);
       } else if (*p == '(') {
-        const Opened opened = m_builder.Open(m_token, m_reader.m_nLineNo, static_cast<std::size_t>(p - m_line.data()));
+        Deliver();
+        const Opened opened = m_builder.Open(m_reader.m_nLineNo, static_cast<std::size_t>(p - m_line.data()));
         if (opened != Opened::ok) {
           BadOpening(m_reader, opened, m_reader.m_nLineNo, ColumnOf(p));
           return opened;
         }
-        m_token.clear();
       } else if (*p == ')') {
-        if (m_builder.Close(m_token)) m_bClosed = true;
-        m_token.clear();
+        Deliver();
+        if (m_builder.Close()) m_bClosed = true;
         if (m_builder.Level() == -1) Fault(m_reader, m_reader.m_nLineNo, ColumnOf(p), kClosedTooOften);
       } else {
         Deliver();
@@ -445,7 +450,7 @@ class OneForm {
   }
 
   void Deliver() {
-    m_builder.Token(m_token);
+    m_builder.TokenToKeep(m_token);
     m_token.clear();
   }
   int ColumnOf(const char* p) const { return Column(static_cast<std::size_t>(p - m_line.data())); }
@@ -479,34 +484,22 @@ CECadCls::CECadCls() : m_pRootArray(new CECadClsLvlArray) {}
 CECadCls::~CECadCls() { delete m_pRootArray; }
 
 void CECadCls::vAddToken(CECadClsLvl* pNode, CString& sToken) {
-  if (pNode == nullptr) return;
+  if (pNode == nullptr || sToken.IsEmpty()) return;
   const bool bName = pNode->m_sName.IsEmpty();
-  laminate::DeliverToken(pNode, sToken.View());
-  if (!bName && sToken == " ") sToken.Empty();
-}
-
-int CECadCls::nParseFile(int bQuoteEndsAtLineEnd) {
-  return WithPlatformFailures([&] {
-    Restart(*this);
-    std::string text;
-    if (const int nError = laminate::ReadWholeFile(m_sFileName, text); nError != 0) {
-      CannotRead(*this, nError);
-      return 0;
-    }
-    if (m_pDiagnostics != nullptr) return WholeFile<true>(*this, text, bQuoteEndsAtLineEnd != 0).Run();
-    return WholeFile<false>(*this, text, bQuoteEndsAtLineEnd != 0).Run();
-  });
+  if (bName) {
+    pNode->m_sName = sToken;
+  } else {
+    // One blank is the parses' mark for an empty string.
+    if (sToken == " ") sToken.Empty();
+    pNode->m_arrValues.Add(sToken);
+  }
 }
 
 namespace {
 
-template <bool kDiagnose>
-int ParseNamedForm(CECadCls& reader, std::string_view sPattern) {
-  LineReader lines(reader.m_sFileName);
-  CECadClsLvlArray complete;
-  OneForm<kDiagnose> parse(reader, lines, &complete);
-  Opened opened = Opened::ok;
-  if (parse.Find(sPattern)) opened = parse.Read(true);
+// What a parse that adds to the roots ends with: a file that could not be read to its end adds nothing.
+int AddToRoots(CECadCls& reader, const LineReader& lines, CECadClsLvlArray& complete, const TreeBuilder& builder,
+               bool bStopped) {
   if (lines.Error() != 0) {
     Restart(reader);
     CannotRead(reader, lines.Error());
@@ -514,11 +507,26 @@ int ParseNamedForm(CECadCls& reader, std::string_view sPattern) {
   }
   reader.m_pRootArray->Append(complete);
   complete.SetSize(0, -1);
-  if (opened != Opened::ok) {
-    ShowBadNesting(reader, parse.Builder());
-    return -1;
-  }
-  return parse.Builder().Level() == 0 ? 0 : -1;
+  if (bStopped) ShowBadNesting(reader, builder);
+  return !bStopped && builder.Level() == 0 ? 0 : -1;
+}
+
+template <bool kDiagnose>
+int ParseFile(CECadCls& reader, bool bQuoteEndsAtLineEnd) {
+  LineReader lines(reader.m_sFileName);
+  CECadClsLvlArray complete;
+  WholeFile<kDiagnose> parse(reader, bQuoteEndsAtLineEnd, &complete);
+  const bool bStopped = !parse.Read(lines);
+  return AddToRoots(reader, lines, complete, parse.Builder(), bStopped);
+}
+
+template <bool kDiagnose>
+int ParseNamedForm(CECadCls& reader, std::string_view sPattern) {
+  LineReader lines(reader.m_sFileName);
+  CECadClsLvlArray complete;
+  OneForm<kDiagnose> parse(reader, lines, &complete);
+  const bool bStopped = parse.Find(sPattern) && parse.Read(true) != Opened::ok;
+  return AddToRoots(reader, lines, complete, parse.Builder(), bStopped);
 }
 
 template <bool kDiagnose>
@@ -535,6 +543,14 @@ CECadClsLvl* ParseFormAt(CECadCls& reader, ULONGLONG nOffset) {
 }
 
 }  // namespace
+
+int CECadCls::nParseFile(int bQuoteEndsAtLineEnd) {
+  return WithPlatformFailures([&] {
+    Restart(*this);
+    return m_pDiagnostics != nullptr ? ParseFile<true>(*this, bQuoteEndsAtLineEnd != 0)
+                                     : ParseFile<false>(*this, bQuoteEndsAtLineEnd != 0);
+  });
+}
 
 int CECadCls::nParseNamedForm(CString sName) {
   return WithPlatformFailures([&] {

@@ -35,7 +35,7 @@ bool LineReader::ReadMore() {
   if (nLeft + kBlock > m_nCapacity) {
     // A line that outgrows the buffer doubles it.
     const std::size_t nCapacity = 2 * nLeft + kBlock;
-    std::unique_ptr<char[]> buffer(new (std::nothrow) char[nCapacity]);
+    std::unique_ptr<char[]> buffer(new (std::nothrow) char[nCapacity + kPadding]);
     if (buffer == nullptr) AfxThrowMemoryException();
     if (nLeft != 0) std::memcpy(buffer.get(), m_at, nLeft);
     m_nBufferOffset = Position();
@@ -48,10 +48,9 @@ bool LineReader::ReadMore() {
   m_at = m_buffer.get();
   m_end = m_at + nLeft;
   const std::int64_t nRead = TheFileSystem().Read(m_file.Get(), m_end, m_nCapacity - nLeft);
-  if (nRead > 0) {
-    m_end += nRead;
-    return true;
-  }
+  if (nRead > 0) m_end += nRead;
+  std::memset(m_end, 0, kPadding);
+  if (nRead > 0) return true;
   if (nRead < 0) m_nError = static_cast<int>(nRead);
   m_file.Close();
   return false;

@@ -18,7 +18,8 @@ class LineReader {
   /// The next line, valid until the next call; false at the end or on a failure.
   bool Next(std::string_view& sLine);
   /// As many whole lines as are at hand, at least one, with their ends as they stand; only the file's last line may
-  /// have none. Valid until the next call; false at the end or on a failure.
+  /// have none. Valid until the next call, as are `kPadding` bytes behind them; false at the end or on a failure.
+  static constexpr std::size_t kPadding = 16;
   bool NextBlock(std::string_view& sLines);
   /// Offset of the first byte behind the line's end.
   std::uint64_t Position() const { return m_nBufferOffset + static_cast<std::uint64_t>(m_at - m_buffer.get()); }

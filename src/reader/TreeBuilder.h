@@ -2,8 +2,11 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <deque>
 #include <memory>
+#include <string>
 #include <string_view>
+#include <vector>
 
 #include "reader/CECadClsLvl.h"
 
@@ -12,85 +15,86 @@ namespace laminate {
 /// The deepest form that the format allows.
 inline constexpr int kDeepestLevel = 20;
 
-/// Delivers a token to a form: the first one that is not empty becomes its name, later ones its values. A token that is
-/// one blank is the parses' mark for an empty string. Tokens outside any form are dropped.
-inline void DeliverToken(CECadClsLvl* pNode, std::string_view sToken) {
-  if (sToken.empty() || pNode == nullptr) return;
-  if (pNode->m_sName.IsEmpty()) {
-    pNode->m_sName = sToken;
-  } else if (sToken.size() == 1 && sToken[0] == ' ') {
-    pNode->m_arrValues.Emplace();
-  } else {
-    pNode->m_arrValues.Emplace(sToken);
-  }
-}
-
-/// What all parses share: the nesting, and the forms that are open. A form is attached to its parent, or handed over as
-/// a complete one, when its closing bracket comes; those still open when the builder dies are freed.
+/// What all parses share: the nesting, and the forms that are open. A form becomes a node when its closing bracket
+/// comes, since then all that belongs to it is known and can stand in one block of memory. Forms that are still open
+/// when the builder dies become nothing, and what was complete in them is freed.
 class TreeBuilder {
  public:
   enum class Opened { ok, tooDeep, belowZero };
 
   /// Complete forms go to `pComplete`. With null the last one is kept here.
   explicit TreeBuilder(CECadClsLvlArray* pComplete) : m_pComplete(pComplete) {}
+  ~TreeBuilder();
+  TreeBuilder(const TreeBuilder&) = delete;
+  TreeBuilder& operator=(const TreeBuilder&) = delete;
 
   /// Below zero after a closing bracket too many; one above the deepest after a failed `Open`.
   std::int64_t Level() const { return m_nLevel; }
-  void Token(std::string_view s) { DeliverToken(m_pCurrent, s); }
 
-  /// An opening bracket at line `nLine`, `nOffset` bytes into the text; `sToken` stood directly before it.
-  Opened Open(std::string_view sToken, int nLine, std::size_t nOffset) {
+  /// Delivers a token to the innermost form; outside any form it is dropped. Its bytes must last until its form is
+  /// complete or `KeepTokens` is called, and at least 16 bytes must be readable from its first one on.
+  void Token(std::string_view s) {
+    if (!s.empty() && m_nLevel > 0) m_tokens.push_back(s);
+  }
+  /// The same for a token that does not last.
+  void TokenToKeep(std::string_view s) {
+    if (!s.empty() && m_nLevel > 0) m_tokens.push_back(m_kept.emplace_back(s));
+  }
+
+  /// The text that tokens may lie in is about to go.
+  void KeepTokens(std::string_view text);
+  /// A token that is one blank: the parses' mark for an empty string.
+  void EmptyString() {
+    static constexpr char kBlank[16] = " ";
+    Token({kBlank, 1});
+  }
+
+  /// An opening bracket, `nInLine` bytes into line `nLine`.
+  Opened Open(int nLine, std::size_t nInLine) {
     if (m_nLevel < 0 || m_nLevel >= kDeepestLevel) [[unlikely]] {
       return m_nLevel++ < 0 ? Opened::belowZero : Opened::tooDeep;
     }
-    Token(sToken);
-    OpenForm& form = m_open[static_cast<std::size_t>(m_nLevel)];
-    form.node = std::make_unique<CECadClsLvl>();
-    form.nOffset = nOffset;
-    m_pCurrent = form.node.get();
-    m_pCurrent->m_nLevel = static_cast<int>(++m_nLevel);
-    m_pCurrent->m_nLine = nLine;
+    m_open[static_cast<std::size_t>(m_nLevel++)] = {m_tokens.size(), m_children.size(), nInLine, nLine};
     return Opened::ok;
   }
   /// A closing bracket; true when a top-level form is complete by it.
-  bool Close(std::string_view sToken) {
-    Token(sToken);
-    if (--m_nLevel < 0) [[unlikely]]
-      return false;
-    std::unique_ptr<CECadClsLvl>& node = m_open[static_cast<std::size_t>(m_nLevel)].node;
-    if (m_nLevel != 0) {
-      m_pCurrent = m_open[static_cast<std::size_t>(m_nLevel - 1)].node.get();
-      m_pCurrent->m_pChildren->Add(node.get());
-      node.release();
+  bool Close() {
+    if (m_nLevel <= 0) [[unlikely]] {
+      --m_nLevel;
       return false;
     }
-    m_pCurrent = nullptr;
-    if (m_pComplete == nullptr) {
-      m_pLast = std::move(node);
-    } else {
-      m_pComplete->Add(node.get());
-      node.release();
-    }
-    return true;
+    CloseForm();
+    return m_nLevel == 0;
   }
 
   /// The form that was completed last, where no array takes it; null when there is none.
   std::unique_ptr<CECadClsLvl> TakeLast() { return std::move(m_pLast); }
-  /// Of the innermost open form; null when none is open.
-  const CECadClsLvl* Innermost() const { return m_pCurrent; }
-  std::size_t InnermostOffset() const {
-    return m_nLevel > 0 ? m_open[static_cast<std::size_t>(m_nLevel - 1)].nOffset : 0;
-  }
+
+  /// The innermost open form; there must be one.
+  struct Place {
+    std::string_view sName;
+    int nLine;
+    std::size_t nInLine;
+  };
+  Place Innermost() const;
 
  private:
   struct OpenForm {
-    std::unique_ptr<CECadClsLvl> node;
-    std::size_t nOffset = 0;
+    std::size_t nFirstToken;
+    std::size_t nFirstChild;
+    std::size_t nInLine;
+    int nLine;
   };
+
+  void CloseForm();
+  CECadClsLvl* MakeNode(const OpenForm& form);
+
   CECadClsLvlArray* m_pComplete;
   std::int64_t m_nLevel = 0;
-  CECadClsLvl* m_pCurrent = nullptr;
   std::array<OpenForm, kDeepestLevel> m_open;  // the form of level n at n - 1
+  std::vector<std::string_view> m_tokens;      // of all open forms
+  std::vector<CECadClsLvl*> m_children;        // of all open forms; owned
+  std::deque<std::string> m_kept;              // tokens that would not last
   std::unique_ptr<CECadClsLvl> m_pLast;
 };
 

@@ -96,6 +96,30 @@ TEST_F(Differential, RandomTexts) {
   }
 }
 
+TEST_F(Differential, TextsOfManyBlocks) {
+  // Blocks end anywhere between two lines: in forms, in strings, behind tokens of forms that are still open.
+  std::mt19937 random(4);
+  const std::vector<std::string> pieces = {"(net \"a b\"\nx y z\n)\n",
+                                           "\"one\ntwo\"\n",
+                                           "// a comment ( \"\n",
+                                           "\r\n",
+                                           "token\n",
+                                           "\"a\\\"b\" c\n",
+                                           "(a\n\"x\n// in it\n  y\"\n(b 1 2) \n)\r\n",
+                                           "(p \"C:\\\")\n",
+                                           "(s \"\x95\x5C\" \"\n\")\n"};
+  bool same = true;
+  for (int i = 0; i < 6 && same; ++i) {
+    std::string text = "(r first\n(s second\n";
+    while (text.size() < 400000) {
+      text += pieces[random() % pieces.size()];
+      if (random() % 3000 == 0) text += "w " + std::string(random() % 150000, 'v') + "\n";
+    }
+    if (i % 2 == 0) text += ")\n(t)\n)";
+    same = SameFile(text) && SameNamed("(a\n" + text, "a") && SameAt("(a\n" + text, 0) && SameWithDiagnostics(text);
+  }
+}
+
 TEST_F(Differential, RandomLinesOfManyStrings) {
   // So long that a line gets its index.
   std::mt19937 random(2);
