@@ -40,6 +40,19 @@ endif()
 # The rooms from bottom to top. A room may include itself and what stands before it, and its tests link no more than that.
 set(LAMINATE_ROOMS base reader drawobj technology board designdata export save facade)
 
+# What ccache asks for of a target whose headers are precompiled.
+function(laminate_cache_precompiled name)
+  if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache)
+    set_target_properties(${name} PROPERTIES
+      CXX_COMPILER_LAUNCHER "env;CCACHE_SLOPPINESS=pch_defines,time_macros;${CMAKE_CXX_COMPILER_LAUNCHER}")
+    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+      target_compile_options(${name} PRIVATE -fpch-preprocess)
+    else()
+      target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
+    endif()
+  endif()
+endfunction()
+
 # Adds a folder of this project if it has something to build.
 macro(laminate_optional_subdirectory folder)
   if(EXISTS ${CMAKE_CURRENT_SOURCE_DIR}/${folder}/CMakeLists.txt)
@@ -87,16 +100,7 @@ function(laminate_test_settings name)
     # The rooms under test keep the full optimisation; test code is big, runs once and gains nothing from it.
     target_compile_options(${name} PRIVATE -O1)
   endif()
-  if(CMAKE_CXX_COMPILER_LAUNCHER MATCHES ccache)
-    # What ccache asks for where headers are precompiled.
-    set_target_properties(${name} PROPERTIES
-      CXX_COMPILER_LAUNCHER "env;CCACHE_SLOPPINESS=pch_defines,time_macros;${CMAKE_CXX_COMPILER_LAUNCHER}")
-    if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
-      target_compile_options(${name} PRIVATE -fpch-preprocess)
-    else()
-      target_compile_options(${name} PRIVATE "SHELL:-Xclang -fno-pch-timestamp")
-    endif()
-  endif()
+  laminate_cache_precompiled(${name})
 endfunction()
 function(laminate_add_test_headers)
   file(CONFIGURE OUTPUT ${CMAKE_BINARY_DIR}/test_headers.cpp CONTENT "int main() {}\n")
