@@ -1,4 +1,5 @@
 #pragma once
+#include <initializer_list>
 #include <new>
 
 namespace laminate::test {
