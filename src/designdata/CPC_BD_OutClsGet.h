@@ -4,6 +4,7 @@
 #include "base/CString.h"
 #include "base/CStringArray.h"
 #include "base/LoadStatus.h"
+#include "base/Pool.h"
 #include "designdata/CVRXoutLcdbCmpComp.h"
 #include "designdata/CVRXoutPackage.h"
 #include "designdata/CVRXoutPrfFunction.h"
@@ -28,7 +29,7 @@ class NameReferences;
 /// Load operations append and never clear, in any order; loading a file twice gives every record twice. They give
 /// nothing back: `GetLoadStatus` tells how the last one ended. Look-ups compare names exactly, give the first match or
 /// null, and what they give stays the facade's. One thread at a time may use a facade.
-class CPC_BD_OutClsGet {
+class CPC_BD_OutClsGet : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 2;
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <new>
 #include <string_view>
 #include <unordered_set>
 #include <utility>
@@ -34,22 +35,28 @@ struct KeyAndValueHash {
   }
 };
 
+// Tells which properties have a later one of equal key and value.
+std::vector<bool> FindDuplicates(const CLPropertyArray& properties) {
+  try {
+    std::unordered_set<KeyAndValue, KeyAndValueHash> seen;
+    std::vector<bool> bDuplicate(static_cast<std::size_t>(properties.GetSize()));
+    for (std::size_t i = bDuplicate.size(); i-- > 0;) {
+      const CLProperty* p = properties.GetData()[i];
+      bDuplicate[i] = p != nullptr && !seen.insert({p->m_sItem.View(), p->m_sComment.View()}).second;
+    }
+    return bDuplicate;
+  } catch (const std::bad_alloc&) {
+    AfxThrowMemoryException();
+  }
+}
+
 // Of properties with equal key and value the last one stays; the others keep their order.
 void RemoveDuplicates(CLPropertyArray& properties) {
-  std::unordered_set<KeyAndValue, KeyAndValueHash> seen;
-  std::vector<bool> gone(static_cast<std::size_t>(properties.GetSize()));
-  bool bAny = false;
-  for (std::size_t i = gone.size(); i-- > 0;) {
-    const CLProperty* p = properties.GetData()[i];
-    if (p == nullptr) continue;
-    gone[i] = !seen.insert({p->m_sItem.View(), p->m_sComment.View()}).second;
-    bAny |= gone[i];
-  }
-  if (!bAny) return;
+  const std::vector<bool> bDuplicate = FindDuplicates(properties);
   INT_PTR nKept = 0;
-  for (std::size_t i = 0; i < gone.size(); ++i) {
+  for (std::size_t i = 0; i < bDuplicate.size(); ++i) {
     CLProperty* p = properties.GetData()[i];
-    if (gone[i]) {
+    if (bDuplicate[i]) {
       delete p;
     } else {
       properties.GetData()[nKept++] = p;

@@ -4,7 +4,6 @@
 #include <string>
 #include <utility>
 
-#include "base/TextOut.h"
 #include "designdata/CPC_BD_OutClsGet.h"
 #include "designdata/RecordLookup.h"
 #include "reader/CECadCls.h"
@@ -195,12 +194,9 @@ void ReadPlainLayer(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufStackup& 
 
 // A coating without a material is named after its electrical constants.
 CString SolderResistName(const Layer& layer) {
-  std::string s;
-  {
-    TextOut out(s);
-    out.Print<"Solder_Resist_%g_%g">(layer.m_dDielectricConstant, layer.m_dLossTangent);
-  }
-  return CString(std::string_view(s));
+  CString s;
+  s.Format("Solder_Resist_%g_%g", layer.m_dDielectricConstant, layer.m_dLossTangent);
+  return s;
 }
 
 void ReadPhysicalLayer(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufStackup& stackup) {

@@ -50,71 +50,76 @@ inline std::unique_ptr<CPC_BD_OutClsGet> Loaded(Kind kind, std::string_view sTex
 }
 
 // ---- records as text: the values of the field list in its order, "{a,1,[{b},{c}]}" ----
-inline std::string Show(const CString& s) { return std::string(s.View()); }
-inline std::string Show(int n) { return std::to_string(n); }
-inline std::string Show(double d) {
-  char sz[40];
-  std::snprintf(sz, sizeof sz, "%.17g", d);
-  return sz;
-}
-inline std::string Show(const CLProperty& p) {
-  return Show(p.m_sItem) + "=" + Show(p.m_sComment) + (p.m_sKind.IsEmpty() ? "" : ":" + Show(p.m_sKind));
-}
-inline std::string Show(const CStringArray& arr);
-std::string Show(const CVRXoutPrfPartPort& p);
-std::string Show(const CVRXoutPrfPartGateDef& p);
-template <class X>
-std::string Show(const laminate::NamedArray<X>& arr);
-template <class T>
-requires requires { T::Fields(); }
-std::string Show(const T& record);
+/// Shows values and records; the fields that have one of the marks are left out.
+class Shower {
+ public:
+  explicit Shower(unsigned nLeaveOut) : m_nLeaveOut(nLeaveOut) {}
 
-template <class T>
-std::string ShowItems(const T& items) {
-  std::string s = "[";
-  bool bFirst = true;
-  for (const auto& item : items) {
-    if (!std::exchange(bFirst, false)) s += ",";
-    if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(item)>>) {
-      s += item == nullptr ? "null" : Show(*item);
-    } else {
-      s += Show(item);
-    }
+  std::string operator()(const CString& s) const { return std::string(s.View()); }
+  std::string operator()(int n) const { return std::to_string(n); }
+  std::string operator()(double d) const {
+    char sz[40];
+    std::snprintf(sz, sizeof sz, "%.17g", d);
+    return sz;
   }
-  return s + "]";
-}
-inline std::string Show(const CStringArray& arr) { return ShowItems(arr); }
-template <class X>
-std::string Show(const laminate::NamedArray<X>& arr) {
-  return ShowItems(arr);
-}
-inline std::string Show(const CVRXoutPrfPartPort& p) {
-  return "{" + Show(p.m_sPortNo) + "," + Show(p.m_sPortType) + "," + Show(p.m_sPortName) + "," + Show(p.m_nSymbPinId) +
-         "}";
-}
-inline std::string Show(const CVRXoutPrfPartGateDef& p) {
-  return "{" + Show(p.m_sGateName) + "," + Show(p.m_aPortRefs) + "," + Show(*p.m_pPropertyArray) + "}";
-}
-/// The fields that have none of the marks.
-template <class T>
-std::string ShowFields(const T& record, unsigned nLeaveOut) {
-  std::string s = "{";
-  bool bFirst = true;
-  T::Fields().ForEach([&](auto field) {
-    if ((field.marks & nLeaveOut) != 0) return;
-    if (!std::exchange(bFirst, false)) s += ",";
-    const auto& value = record.*field.member;
-    if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(value)>>) {
-      s += Show(*value);
-    } else {
-      s += Show(value);
+  std::string operator()(const CLProperty& p) const {
+    const std::string s = (*this)(p.m_sItem) + "=" + (*this)(p.m_sComment);
+    return p.m_sKind.IsEmpty() ? s : s + ":" + (*this)(p.m_sKind);
+  }
+  std::string operator()(const CVRXoutPrfPartPort& p) const {
+    return "{" + Joined(p.m_sPortNo, p.m_sPortType, p.m_sPortName, p.m_nSymbPinId) + "}";
+  }
+  std::string operator()(const CVRXoutPrfPartGateDef& p) const {
+    return "{" + Joined(p.m_sGateName, p.m_aPortRefs, *p.m_pPropertyArray) + "}";
+  }
+  std::string operator()(const CStringArray& arr) const { return Items(arr); }
+  template <class X>
+  std::string operator()(const laminate::NamedArray<X>& arr) const {
+    return Items(arr);
+  }
+  template <class T>
+  requires requires { T::Fields(); }
+  std::string operator()(const T& record) const {
+    std::string s = "{";
+    bool bFirst = true;
+    T::Fields().ForEach([&](auto field) {
+      if ((field.marks & m_nLeaveOut) != 0) return;
+      if (!std::exchange(bFirst, false)) s += ",";
+      const auto& value = record.*field.member;
+      if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(value)>>) {
+        s += (*this)(*value);
+      } else {
+        s += (*this)(value);
+      }
+    });
+    return s + "}";
+  }
+
+ private:
+  template <class First, class... Rest>
+  std::string Joined(const First& first, const Rest&... rest) const {
+    return (*this)(first) + (... + ("," + (*this)(rest)));
+  }
+  template <class T>
+  std::string Items(const T& items) const {
+    std::string s = "[";
+    bool bFirst = true;
+    for (const auto& item : items) {
+      if (!std::exchange(bFirst, false)) s += ",";
+      if constexpr (std::is_pointer_v<std::remove_cvref_t<decltype(item)>>) {
+        s += item == nullptr ? "null" : (*this)(*item);
+      } else {
+        s += (*this)(item);
+      }
     }
-  });
-  return s + "}";
-}
+    return s + "]";
+  }
+  unsigned m_nLeaveOut;
+};
 template <class T>
-requires requires { T::Fields(); }
-std::string Show(const T& record) { return ShowFields(record, 0); }
+std::string Show(const T& value, unsigned nLeaveOut = 0) {
+  return Shower(nLeaveOut)(value);
+}
 
 // ---- written text ----
 /// What a writer that takes a stream puts out.
