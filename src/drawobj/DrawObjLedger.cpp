@@ -13,6 +13,10 @@ constexpr std::string_view kSix = "rounded to six decimals";
 constexpr std::string_view kDigits =
     "six significant digits; a value that is then written without a point reads back as a count of database units";
 constexpr std::string_view kWord =
+    "written without quotes: a plain word is kept, a text with blanks, quotes or brackets is not, and an empty one "
+    "ends "
+    "the load that reads it";
+constexpr std::string_view kWordOrNone =
     "written without quotes: a plain word is kept, a text with blanks, quotes or brackets is not";
 constexpr std::string_view kAround = "not in the shape's text; the form around it gives it again";
 constexpr std::string_view kNever = "no file holds it";
@@ -244,7 +248,7 @@ constexpr LedgerRow kRows[] = {
     {"CBDvertexArc", "m_ptCenter", norm, norm, kFive},
     {"CBDvertexArc", "m_ptEnd", norm, norm, kFive},
 
-    {"CBDfillet", "m_sType", norm, norm, kWord},
+    {"CBDfillet", "m_sType", norm, norm, kWordOrNone},
     {"CBDfillet", "m_dWidth", norm, norm, kFive},
     {"CBDfillet", "m_dLength", norm, norm, kFive},
     {"CBDfillet", "m_dFilletWidth", norm, norm, kFive},

@@ -1,7 +1,8 @@
 #include "drawobj/Fields.h"
 
 #include <charconv>
-#include <cstdio>
+#include <cmath>
+#include <random>
 #include <typeinfo>
 
 namespace {
@@ -109,6 +110,38 @@ namespace filling {
 namespace {
 
 int g_n = 100;
+std::mt19937* g_pRandom = nullptr;
+
+int Random(int nBelow) { return static_cast<int>((*g_pRandom)() % static_cast<unsigned>(nBelow)); }
+
+double RandomNumber() {
+  // Nothing that rounding to five decimals turns into nothing.
+  const double dSign = Random(2) == 0 ? 1 : -1;
+  switch (Random(6)) {
+    case 0:
+      return dSign * Random(2) * 0.0;
+    case 1:
+      return dSign * (0.01 + Random(100000) / 100000.0);
+    case 2:
+      return dSign * Random(1000);
+    case 3:
+      return dSign * (1 + Random(1 << 30)) / 7.0;
+    case 4:
+      return dSign * std::ldexp(1 + Random(1 << 30), Random(40));
+    default:
+      return dSign * (1 + Random(30000000) / 100000.0);
+  }
+}
+
+std::string RandomWord() {
+  static constexpr char kBytes[] =
+      "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789_-+*/.,:;#$&<>=@[]{}~^|!?'`";
+  std::string s;
+  for (int n = 1 + Random(Random(4) == 0 ? 40 : 8); n > 0; --n) s += kBytes[Random(sizeof kBytes - 1)];
+  // Two of them begin a comment.
+  for (std::size_t at = 0; (at = s.find("//", at)) != std::string::npos;) s[at] = '_';
+  return s;
+}
 
 template <class X, class Array>
 void Add(Array*& pArray) {
@@ -127,11 +160,17 @@ void Replace(Base*& p) {
 
 }  // namespace
 
+RandomScope::RandomScope(unsigned nSeed) { g_pRandom = new std::mt19937(nSeed); }
+RandomScope::~RandomScope() {
+  delete g_pRandom;
+  g_pRandom = nullptr;
+}
+
 int Next() { return ++g_n; }
 void Restart() { g_n = 100; }
-void Set(double& d) { d = Next() + 0.25; }
-void Set(int& n) { n = Next(); }
-void Set(CString& s) { s = CString("t" + std::to_string(Next())); }
+void Set(double& d) { d = g_pRandom != nullptr ? RandomNumber() : Next() + 0.25; }
+void Set(int& n) { n = g_pRandom != nullptr ? Random(20) - 5 : Next(); }
+void Set(CString& s) { s = CString(g_pRandom != nullptr ? RandomWord() : "t" + std::to_string(Next())); }
 void Set(CPointD& pt) {
   Set(pt.x);
   Set(pt.y);
@@ -146,12 +185,26 @@ void Set(CBDdrawObjArray*& p) {
   Add<CBDdonut>(p);
 }
 void Set(CBDvertexArray*& p) {
-  Add<CBDvertexPt>(p);
-  Add<CBDvertexArc>(p);
-  Add<CBDvertexPt>(p);
+  if (g_pRandom == nullptr) {
+    Add<CBDvertexPt>(p);
+    Add<CBDvertexArc>(p);
+    Add<CBDvertexPt>(p);
+    return;
+  }
+  for (int n = Random(6); n > 0; --n) {
+    if (Random(3) == 0) {
+      Add<CBDvertexArc>(p);
+    } else {
+      Add<CBDvertexPt>(p);
+    }
+  }
 }
-void Set(CBDopenShapeArray*& p) { Add<CBDopenShape>(p); }
-void Set(CBDpadstackRefLayArray*& p) { Add<CBDpadstackRefLay>(p); }
+void Set(CBDopenShapeArray*& p) {
+  for (int n = g_pRandom != nullptr ? Random(3) : 1; n > 0; --n) Add<CBDopenShape>(p);
+}
+void Set(CBDpadstackRefLayArray*& p) {
+  for (int n = g_pRandom != nullptr ? Random(6) : 1; n > 0; --n) Add<CBDpadstackRefLay>(p);
+}
 void Set(CBDdrawObj*& p) { Replace<CBDcircle>(p); }
 void Set(CBDtext*& p) { Replace<CBDtext>(p); }
 void Set(CBDfillet*& p) { Replace<CBDfillet>(p); }

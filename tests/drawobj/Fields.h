@@ -155,6 +155,15 @@ namespace filling {
 int Next();
 /// From here on the same values come again.
 void Restart();
+/// While it lives, fields get random values that a file can hold: numbers of several magnitudes and lengths, plain
+/// words, arrays of 0 to 5 elements.
+class RandomScope {
+ public:
+  explicit RandomScope(unsigned nSeed);
+  ~RandomScope();
+  RandomScope(const RandomScope&) = delete;
+  RandomScope& operator=(const RandomScope&) = delete;
+};
 void Set(double& d);
 void Set(int& n);
 void Set(CString& s);
