@@ -35,6 +35,8 @@ constexpr double kRing = 8;
 constexpr double kUsualPitch = 20;
 constexpr double kFinestPitch = 6;
 constexpr double kCoarsestPitch = 100;
+// What lies farther away than this is far outside every picture; the drawing libraries' numbers and patience end there.
+constexpr double kFarthest = 40000;
 // More bridges than a thermal can have.
 constexpr int kMostBridges = 64;
 
@@ -57,14 +59,17 @@ double OrZero(double d) { return std::isfinite(d) ? d : 0; }
 }  // namespace
 
 double Brush::AtLeastHairline(double dWidth) const {
-  return std::isfinite(dWidth) ? std::max(std::abs(dWidth), m_dHairline) : m_dHairline;
+  if (!std::isfinite(dWidth)) return m_dHairline;
+  return std::clamp(std::abs(dWidth), m_dHairline, m_dHairline > 0 ? kFarthest * m_dHairline : HUGE_VAL);
 }
 
 void Brush::Turn(Vec center, double dDegrees) { m_path.Apply(Motion::Placing(center, dDegrees, false)); }
 
 bool Brush::Arrive() {
   m_path.Apply(m_place.After(m_motion));
-  return !m_path.IsEmpty() && m_path.IsFinite();
+  if (m_path.IsEmpty() || !m_path.IsFinite()) return false;
+  if (m_dHairline > 0) m_path.Limit(kFarthest * m_dHairline);
+  return true;
 }
 
 void Brush::StrokePath(const Pen& pen) {
@@ -120,7 +125,7 @@ void Brush::DrawSurface(const CBDsurface& surface) {
       m_painter.Stroke(m_path, m_owner, {.width = AtLeastHairline(dOutline), .opacity = dOpacity});
     } else {
       m_painter.Fill(m_path, m_owner, dOpacity);
-      if (dOutline > 0) m_painter.Stroke(m_path, m_owner, {.width = dOutline, .opacity = dOpacity});
+      if (dOutline > 0) m_painter.Stroke(m_path, m_owner, {.width = AtLeastHairline(dOutline), .opacity = dOpacity});
     }
   }
   m_path.Clear();
@@ -136,9 +141,16 @@ void Brush::DrawRectangle(const CBDrectangle& rectangle) {
   }
   if (Arrive()) {
     m_painter.Fill(m_path, m_owner, 1);
-    if (dOutline > 0) m_painter.Stroke(m_path, m_owner, {.width = dOutline});
+    if (dOutline > 0) m_painter.Stroke(m_path, m_owner, {.width = AtLeastHairline(dOutline)});
   }
   m_path.Clear();
+}
+
+bool Brush::IsNear(const TextLine& line) const {
+  const Vec shift = line.place.Shift();
+  const double dLargest = std::max({std::abs(shift.x), std::abs(shift.y), std::abs(line.Length()), line.glyphHeight});
+  return line.place.XAxis().IsFinite() && shift.IsFinite() && std::isfinite(line.Length()) && std::isfinite(dLargest) &&
+         (m_dHairline == 0 || dLargest <= kFarthest * m_dHairline);
 }
 
 void Brush::DrawText(const CBDtext& text) {
@@ -165,8 +177,7 @@ void Brush::DrawText(const CBDtext& text) {
     line.text = sRest.substr(0, n);
     if (line.text.ends_with('\r')) line.text.remove_suffix(1);
     line.place = place.After(Motion::Placing({-justification.across * line.Length(), dBaseline}, 0, false));
-    const bool bFinite = line.place.XAxis().IsFinite() && line.place.Shift().IsFinite() && std::isfinite(line.Length());
-    if (!line.text.empty() && bFinite) m_painter.Text(line, m_owner);
+    if (!line.text.empty() && IsNear(line)) m_painter.Text(line, m_owner);
     if (n == std::string_view::npos) return;
     sRest.remove_prefix(n + 1);
     dBaseline -= dAdvance;

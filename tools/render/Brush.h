@@ -55,6 +55,7 @@ class Brush {
   /// The same for a shape around a point of its own, turned by its angle.
   void Turn(Vec center, double dDegrees);
   bool Arrive();
+  bool IsNear(const TextLine& line) const;
   double AtLeastHairline(double dWidth) const;
 
   Painter& m_painter;

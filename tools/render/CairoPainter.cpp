@@ -90,11 +90,11 @@ class CairoPainter : public Painter {
     double x1 = 0;
     double y1 = 0;
     cairo_clip_extents(p, &x0, &y0, &x1, &y1);
-    // Lines that rise to the right, at their pitch from one another along both axes.
+    // Lines that rise to the right, at their pitch from one another.
     const double dStep = dPitch * std::sqrt(2.0);
-    for (double d = std::floor((x0 - y1) / dStep) * dStep; d <= x1 - y0; d += dStep) {
-      cairo_move_to(p, d + y0, y0);
-      cairo_line_to(p, d + y1, y1);
+    for (double d = std::floor((x0 + y0) / dStep) * dStep; d <= x1 + y1; d += dStep) {
+      cairo_move_to(p, d - y0, y0);
+      cairo_line_to(p, d - y1, y1);
     }
     Use(m_colour, 1);
     cairo_set_line_width(p, dPitch / 4);

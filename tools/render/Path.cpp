@@ -72,6 +72,17 @@ void Path::Apply(const Motion& motion) {
   }
 }
 
+void Path::Limit(double dLimit) {
+  const auto isNear = [dLimit](Vec p) { return std::abs(p.x) <= dLimit && std::abs(p.y) <= dLimit; };
+  for (Segment& segment : m_segments) {
+    if (segment.step == Step::arc && !(isNear(segment.to) && isNear(segment.center) && segment.radius <= dLimit)) {
+      segment.step = Step::line;
+    }
+    if (!isNear(segment.to))
+      segment.to = {std::clamp(segment.to.x, -dLimit, dLimit), std::clamp(segment.to.y, -dLimit, dLimit)};
+  }
+}
+
 Box Path::Bounds() const {
   Box box;
   for (const Segment& segment : m_segments) {

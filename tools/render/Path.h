@@ -38,6 +38,8 @@ class Path {
 
   /// Moves everything.
   void Apply(const Motion& motion);
+  /// Draws in what lies farther than `dLimit` from the axes; arcs that reach there become lines.
+  void Limit(double dLimit);
   /// What the lines and arcs touch, without any pen width.
   Box Bounds() const;
   /// False when a number in it is no finite one: such a path cannot be drawn.
