@@ -33,7 +33,8 @@ const std::pair<Kind, std::string> kFiles[] = {
 std::unique_ptr<CPC_BD_OutClsGet> Full() {
   auto p = std::make_unique<CPC_BD_OutClsGet>();
   for (const auto& [kind, text] : kFiles) Load(*p, kind, text);
-  p->m_aHostList1.Add(kLong.c_str());
+  // More than the pool serves in one block.
+  for (int i = 0; i < 300; ++i) p->m_aHostList1.Add(kLong.c_str());
   return p;
 }
 
