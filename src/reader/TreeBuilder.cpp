@@ -63,7 +63,7 @@ CECadClsLvl* TreeBuilder::MakeNode(const OpenForm& form) {
 void TreeBuilder::CloseForm() {
   const OpenForm& form = m_open[static_cast<std::size_t>(m_nLevel - 1)];
   // Room for the pointer first, so that nothing can fail between the node's making and its place.
-  if (m_children.size() == form.nFirstChild) m_children.reserve(form.nFirstChild + 1);
+  if (m_children.size() == m_children.capacity()) m_children.reserve(2 * m_children.size() + 16);
   CECadClsLvl* const node = MakeNode(form);
   m_tokens.resize(form.nFirstToken);
   m_children.resize(form.nFirstChild);

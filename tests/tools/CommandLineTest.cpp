@@ -13,7 +13,8 @@ TEST_F(CommandLine, HelpGoesToStandardOutputWithAnExample) {
     EXPECT_EQ(result.status, 0);
     EXPECT_EQ(result.err, "");
     EXPECT_NE(result.out.find("Example:\n  laminate nets board.pcf"), std::string::npos) << result.out;
-    for (const char* szCommand : kCommands) EXPECT_NE(result.out.find("\n  " + std::string(szCommand)), std::string::npos);
+    for (const char* szCommand : kCommands)
+      EXPECT_NE(result.out.find("\n  " + std::string(szCommand)), std::string::npos);
   }
   for (const std::string sCommand : kCommands) {
     for (const char* szOption : {"-h", "--help"}) {
@@ -72,14 +73,9 @@ TEST_F(CommandLine, AnInputThatCannotBeReadIsStatusOneAndOneLine) {
   std::filesystem::create_directory(folder / "dir.pcf");
   folder.Write("good.pcf", kBoard);
   for (const std::string sName : {"none.pcf", "dir.pcf", ""}) {
-    const std::vector<std::string> rows[] = {{"nets", sName},
-                                             {"nets", sName, "--json"},
-                                             {"info", sName},
-                                             {"components", sName},
-                                             {"dump", sName},
-                                             {"tree", sName},
-                                             {"tree", sName, "--json"},
-                                             {"export", sName, "-o", "out"}};
+    const std::vector<std::string> rows[] = {
+        {"nets", sName}, {"nets", sName, "--json"}, {"info", sName},           {"components", sName},
+        {"dump", sName}, {"tree", sName},           {"tree", sName, "--json"}, {"export", sName, "-o", "out"}};
     for (const std::vector<std::string>& row : rows) {
       const CommandResult result = run(row);
       EXPECT_EQ(result.status, 1) << row[0] << " " << sName;
@@ -119,18 +115,23 @@ const Malformed kMalformed[] = {
     {"too deep", "(pcf\n" + std::string(20, '(') + std::string(20, ')') + "\n)\n", "b.pcf:2:20: error: "},
     {"unknown root", "(abc\n)\n", "b.pcf"},
     {"missing value", "(pcf\n(boardContainer\n(nets\n(net A\n(pen)\n)\n)\n)\n)\n", "b.pcf:5"},
-    {"missing value in a component", "(pcf\n(boardContainer\n(components\n(component (reference R)\n(angle)\n)\n)\n)\n)\n",
-     "b.pcf:5"},
+    {"missing value in a component",
+     "(pcf\n(boardContainer\n(components\n(component (reference R)\n(angle)\n)\n)\n)\n)\n", "b.pcf:5"},
     {"missing version", "(pcf\n(header\n)\n)\n", "b.pcf:2"}};
 
 TEST_F(CommandLine, AnInputThatIsNotWellFormedPrintsNothing) {
   for (const Malformed& row : kMalformed) {
     folder.Write("b.pcf", row.text);
-    const std::vector<std::string> calls[] = {{"info", "b.pcf"},         {"info", "b.pcf", "--json"},
-                                              {"nets", "b.pcf"},         {"nets", "b.pcf", "--json"},
-                                              {"components", "b.pcf"},   {"components", "b.pcf", "--csv"},
-                                              {"dump", "b.pcf"},         {"dump", "b.pcf", "-o", "out.json"},
-                                              {"nets", "b.pcf", "-o", "out"}, {"export", "b.pcf", "-o", "out"}};
+    const std::vector<std::string> calls[] = {{"info", "b.pcf"},
+                                              {"info", "b.pcf", "--json"},
+                                              {"nets", "b.pcf"},
+                                              {"nets", "b.pcf", "--json"},
+                                              {"components", "b.pcf"},
+                                              {"components", "b.pcf", "--csv"},
+                                              {"dump", "b.pcf"},
+                                              {"dump", "b.pcf", "-o", "out.json"},
+                                              {"nets", "b.pcf", "-o", "out"},
+                                              {"export", "b.pcf", "-o", "out"}};
     for (const std::vector<std::string>& call : calls) {
       const CommandResult result = run(call);
       EXPECT_EQ(result.status, 1) << row.name << " " << call[0];
@@ -162,9 +163,9 @@ TEST_F(CommandLine, EqualWarningsAreCounted) {
 
 TEST_F(CommandLine, CommonOptionsStandBeforeOrBehindTheCommand) {
   folder.Write("b.pcf", kBoard);
-  for (const std::vector<std::string>& row :
-       {std::vector<std::string>{"--log", "log.txt", "nets", "b.pcf"}, {"nets", "--log", "log.txt", "b.pcf"},
-        {"nets", "b.pcf", "--log=log.txt"}}) {
+  for (const std::vector<std::string>& row : {std::vector<std::string>{"--log", "log.txt", "nets", "b.pcf"},
+                                              {"nets", "--log", "log.txt", "b.pcf"},
+                                              {"nets", "b.pcf", "--log=log.txt"}}) {
     std::filesystem::remove(folder / "log.txt");
     EXPECT_EQ(run(row).status, 0);
     const std::string sLog = folder.Read("log.txt");

@@ -27,10 +27,16 @@ TEST_F(Output, TakesTheResult) {
 }
 
 TEST_F(Output, OfEveryCommandCanGoToAFile) {
-  const std::vector<std::string> rows[] = {{"info", "b.pcf"},         {"info", "b.pcf", "--json"}, {"nets", "b.pcf"},
-                                           {"nets", "b.pcf", "--json"}, {"components", "b.pcf"},
-                                           {"components", "b.pcf", "--csv"}, {"tree", "b.pcf"},
-                                           {"check", "b.pcf"},        {"check", "b.pcf", "--json"}, {"dump", "b.pcf"}};
+  const std::vector<std::string> rows[] = {{"info", "b.pcf"},
+                                           {"info", "b.pcf", "--json"},
+                                           {"nets", "b.pcf"},
+                                           {"nets", "b.pcf", "--json"},
+                                           {"components", "b.pcf"},
+                                           {"components", "b.pcf", "--csv"},
+                                           {"tree", "b.pcf"},
+                                           {"check", "b.pcf"},
+                                           {"check", "b.pcf", "--json"},
+                                           {"dump", "b.pcf"}};
   for (std::vector<std::string> row : rows) {
     const std::string sExpected = run(row).out;
     row.insert(row.end(), {"-o", "out"});
@@ -111,11 +117,17 @@ TEST_F(Output, IsNoInput) {
   std::filesystem::create_symlink("b.pcf", folder / "alias");
   std::filesystem::create_hard_link(folder / "b.pcf", folder / "second");
   for (const std::vector<std::string>& row :
-       {std::vector<std::string>{"nets", "b.pcf", "-o", "b.pcf"}, {"nets", "b.pcf", "-o", "./b.pcf"},
-        {"nets", "b.pcf", "-o", "alias"}, {"nets", "alias", "-o", "b.pcf"}, {"nets", "b.pcf", "-o", "second"},
-        {"dump", "b.pcf", "--ftf", "l.ftf", "-o", "l.ftf"}, {"tree", "l.ftf", "-o", "l.ftf"},
-        {"check", "b.pcf", "l.ftf", "-o", "l.ftf"}, {"info", "b.pcf", "-o", "b.pcf"},
-        {"components", "b.pcf", "-o", "b.pcf"}, {"design-data", "--package", "b.pcf", "-o", "b.pcf"},
+       {std::vector<std::string>{"nets", "b.pcf", "-o", "b.pcf"},
+        {"nets", "b.pcf", "-o", "./b.pcf"},
+        {"nets", "b.pcf", "-o", "alias"},
+        {"nets", "alias", "-o", "b.pcf"},
+        {"nets", "b.pcf", "-o", "second"},
+        {"dump", "b.pcf", "--ftf", "l.ftf", "-o", "l.ftf"},
+        {"tree", "l.ftf", "-o", "l.ftf"},
+        {"check", "b.pcf", "l.ftf", "-o", "l.ftf"},
+        {"info", "b.pcf", "-o", "b.pcf"},
+        {"components", "b.pcf", "-o", "b.pcf"},
+        {"design-data", "--package", "b.pcf", "-o", "b.pcf"},
         {"design-data", "--package", "b.pcf", "--archive-out", "b.pcf"},
         {"design-data", "--package", "b.pcf", "--archive-out", "same", "-o", "same"}}) {
     const CommandResult result = run(row);
@@ -129,9 +141,13 @@ TEST_F(Output, IsNoInput) {
 TEST_F(Output, ToAClosedOrFullStandardOutputIsStatusOne) {
   for (const char* szTarget : {"closed", "/dev/full"}) {
     run.standardOutput = szTarget;
-    for (const std::vector<std::string>& row :
-         {std::vector<std::string>{"nets", "b.pcf"}, {"--help"}, {"--version"}, {"nets", "--help"}, {"tree", "b.pcf"},
-          {"dump", "b.pcf"}, {"check", "b.pcf"}}) {
+    for (const std::vector<std::string>& row : {std::vector<std::string>{"nets", "b.pcf"},
+                                                {"--help"},
+                                                {"--version"},
+                                                {"nets", "--help"},
+                                                {"tree", "b.pcf"},
+                                                {"dump", "b.pcf"},
+                                                {"check", "b.pcf"}}) {
       const CommandResult result = run(row);
       EXPECT_EQ(result.status, 1) << szTarget << " " << row[0];
       EXPECT_TRUE(result.err.starts_with("standard output: error: cannot write: ")) << result.err;

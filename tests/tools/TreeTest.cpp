@@ -35,11 +35,12 @@ TEST_F(Tree, ShowsTheFormsThatWereCompleted) {
     const char* out;
     const char* err;
   };
-  const Row rows[] = {{"(a 1)\n(b\n(c)\n", "a 1\n", "f:2:1: error: "},
-                      {"(a 1))\n", "a 1\n", "f:1:6: error: "},
-                      {")(a)\n", "", "warning: Parser meet unexpected Brace Counting Number, 0 at line number 1.!\nf:1:"},
-                      {"(a)\n(1(2(3(4(5(6(7(8(9(0(1(2(3(4(5(6(7(8(9(0(x", "a\n",
-                       "warning: Parser meet unexpected Brace Counting Number, 21 at line number 2.!\nf:2:41: error: "}};
+  const Row rows[] = {
+      {"(a 1)\n(b\n(c)\n", "a 1\n", "f:2:1: error: "},
+      {"(a 1))\n", "a 1\n", "f:1:6: error: "},
+      {")(a)\n", "", "warning: Parser meet unexpected Brace Counting Number, 0 at line number 1.!\nf:1:"},
+      {"(a)\n(1(2(3(4(5(6(7(8(9(0(1(2(3(4(5(6(7(8(9(0(x", "a\n",
+       "warning: Parser meet unexpected Brace Counting Number, 21 at line number 2.!\nf:2:41: error: "}};
   for (const Row& row : rows) {
     folder.Write("f", row.text);
     const CommandResult result = run({"tree", "f"});
@@ -74,8 +75,8 @@ TEST_F(Tree, ConvertsTextToUtf8) {
   for (const Row& row : rows) {
     folder.Write("f", "(\"" + row.bytes + "\" )\n");
     const CommandResult result = run({"tree", "f", "--json"});
-    EXPECT_EQ(result.out, "[\n{\"name\": \"" + std::string(row.expected) +
-                              "\", \"level\": 1, \"values\": [], \"children\": []}]\n")
+    EXPECT_EQ(result.out,
+              "[\n{\"name\": \"" + std::string(row.expected) + "\", \"level\": 1, \"values\": [], \"children\": []}]\n")
         << row.name;
   }
 }
