@@ -104,4 +104,5 @@
 
 #include "facade/CBDesigner.h"
 #include "facade/CPC_BD_Cls_Get.h"
+#include "facade/ExportLosses.h"
 #include "facade/FileCheck.h"

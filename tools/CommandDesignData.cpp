@@ -1,4 +1,5 @@
 #include <memory>
+#include <optional>
 
 #include "Command.h"
 #include "DesignData.h"
@@ -39,19 +40,32 @@ void PrintPlain(OutputFile& out, const CPC_BD_OutClsGet& data) {
   count("library components", *data.m_pLcdbCmpCompArray);
 }
 
+bool IsSameOutput(const std::string& sA, const std::string& sB) {
+  const auto isStandard = [](const std::string& s) { return s.empty() || s == "-"; };
+  if (isStandard(sA) || isStandard(sB)) return isStandard(sA) == isStandard(sB);
+  return SameFile(sA, sB);
+}
+
 int Run(Console& console, const Settings& settings, const Options& options) {
   const std::vector<std::string> inputs = options.files.List();
   if (inputs.empty()) console.Fail({"laminate design-data"}, "no file is named", kUsage);
   RefuseOutputOverInputs(console, options.output, inputs);
   RefuseOutputOverInputs(console, options.archive, inputs);
-  if (!options.output.empty() && !options.archive.empty() && SameFile(options.output, options.archive)) {
-    console.Fail({options.output}, "two outputs have the same name", kUsage);
+  const bool bShow = options.archive.empty() || options.json || !options.output.empty();
+  if (bShow && !options.archive.empty() && IsSameOutput(options.output, options.archive)) {
+    console.Fail({options.archive}, "the archive and what is shown cannot both go there", kUsage);
   }
   Host host(console, settings, inputs);
   CPC_BD_OutClsGet data;
   LoadDesignData(console, host, options.files, data);
 
-  if (options.archive.empty() || options.json || !options.output.empty()) {
+  // Both outputs are written before either takes its name.
+  std::optional<OutputFile> archive;
+  if (!options.archive.empty()) {
+    archive.emplace(console, options.archive);
+    StoreArchive(*archive, data);
+  }
+  if (bShow) {
     OutputFile out(console, options.output);
     if (options.json) {
       JsonWriter json(out);
@@ -62,11 +76,7 @@ int Run(Console& console, const Settings& settings, const Options& options) {
     }
     out.Commit();
   }
-  if (!options.archive.empty()) {
-    OutputFile out(console, options.archive);
-    StoreArchive(out, data);
-    out.Commit();
-  }
+  if (archive) archive->Commit();
   return kDone;
 }
 

@@ -1,11 +1,16 @@
 #include <cstring>
+#include <map>
 #include <memory>
+#include <optional>
+#include <tuple>
 
 #include "Command.h"
 #include "DesignData.h"
 #include "FileSet.h"
+#include "JsonWriter.h"
 #include "LoadBoard.h"
 #include "base/CException.h"
+#include "facade/ExportLosses.h"
 #include "facade/FileCheck.h"
 
 namespace laminate::cli {
@@ -29,11 +34,69 @@ void Write(Console& console, FileSet& set, CBDesigner& root, const Options& opti
   }
 }
 
+// The losses of an export: grouped for a person, and one by one for a file.
+class LossReport {
+ public:
+  LossReport(Console& console, const std::string& sFile) : m_console(console) {
+    if (sFile.empty()) return;
+    m_file.emplace(console, sFile);
+    m_json.emplace(*m_file);
+    m_json->BeginArray();
+  }
+
+  void Add(const ExportLoss& loss) {
+    std::string sWhat(loss.className);
+    if (!loss.field.empty()) sWhat += "." + std::string(loss.field);
+    ++m_groups[{sWhat, loss.fate, std::string(loss.note)}];
+    ++m_nLosses;
+    if (!m_json) return;
+    JsonObject object(*m_json);
+    const auto text = [this](std::string_view sKey, std::string_view s) {
+      m_json->Key(sKey);
+      m_json->Text(s);
+    };
+    text("object", loss.object);
+    text("class", loss.className);
+    text("field", loss.field);
+    text("fate", ToText(loss.fate));
+    text("note", loss.note);
+    text("value", loss.value);
+  }
+  /// Tells the groups, in the order of their names.
+  void Tell(const std::string& sBoard) const {
+    if (m_nLosses == 0) return;
+    m_console.Note({sBoard},
+                   "values of the design that the written files do not hold as they are: " + std::to_string(m_nLosses));
+    for (const auto& [group, n] : m_groups) {
+      const auto& [sWhat, fate, sNote] = group;
+      std::string sLine = sWhat + ", " + std::to_string(n) + (n == 1 ? " time: " : " times: ");
+      sLine += ToText(fate);
+      if (!sNote.empty()) sLine += " (" + sNote + ")";
+      m_console.Note({sBoard}, sLine);
+    }
+  }
+  void Commit() {
+    if (!m_json) return;
+    m_json->EndArray();
+    m_json->Finish();
+    m_file->Commit();
+  }
+
+ private:
+  Console& m_console;
+  std::map<std::tuple<std::string, Fate, std::string>, std::size_t> m_groups;
+  std::size_t m_nLosses = 0;
+  std::optional<OutputFile> m_file;
+  std::optional<JsonWriter> m_json;
+};
+
 // Loads every written file again. Gives the number of those that do not load, which have been told.
 int LoadAgain(Console& console, const std::vector<std::string>& files) {
   FileCheck check;
   int nBad = 0;
   for (const std::string& sFile : files) {
+    // What went to a pipe or a device cannot be read again.
+    if (!IsRegularFile(sFile)) continue;
     const LoadStatus status = check.Check(CString(std::string_view(sFile)));
     console.Settle({sFile});
     if (ReportFault(console, status)) ++nBad;
@@ -45,13 +108,26 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   std::vector<std::string> inputs = options.files.List();
   for (const std::string& sFile : options.data.List()) inputs.push_back(sFile);
   FileSet set(console, options.stem, inputs);
+  if (!options.lossReport.empty()) {
+    RefuseOutputOverInputs(console, options.lossReport, inputs);
+    set.RefuseSameFile(options.lossReport);
+  }
   Host host(console, settings, inputs);
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   CPC_BD_OutClsGet data;
   LoadDesignData(console, host, options.data, data);
 
-  Write(console, set, *pFacade->pGetBDesigner(), options, data);
+  CBDesigner& root = *pFacade->pGetBDesigner();
+  LossReport report(console, options.lossReport);
+  if (!options.quiet || !options.lossReport.empty()) {
+    const ExportRecords records{options.data.package.empty() ? nullptr : data.m_pPackageArray, data.m_pPrfPartArray,
+                                data.m_pPrfPinAssignArray, data.m_pPrfFunctionArray};
+    FindExportLosses(root, records, [&report](const ExportLoss& loss) { report.Add(loss); });
+  }
+  Write(console, set, root, options, data);
   const std::vector<std::string> written = set.Commit();
+  report.Commit();
+  if (!options.quiet) report.Tell(options.files.pcf);
   return LoadAgain(console, written) == 0 ? kDone : kFindings;
 }
 

@@ -50,6 +50,14 @@ FileSet::FileSet(Console& console, const std::string& sStem, const std::vector<s
   for (const char* szEnding : kEndings) RefuseOutputOverInputs(console, Path(szEnding), inputs);
 }
 
+void FileSet::RefuseSameFile(const std::string& sOutput) const {
+  for (const char* szEnding : kEndings) {
+    if (sOutput != "-" && SameFile(sOutput, Path(szEnding))) {
+      m_console.Fail({sOutput}, "two outputs have the same name", kUsage);
+    }
+  }
+}
+
 FileSet::~FileSet() {
   for (const std::string& s : m_leftovers) unlink(s.c_str());
   if (!m_sPrivate.empty()) TheFileSystem().DeleteTree(m_sPrivate.c_str());

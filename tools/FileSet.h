@@ -20,6 +20,9 @@ class FileSet {
   FileSet(const FileSet&) = delete;
   FileSet& operator=(const FileSet&) = delete;
 
+  /// Refuses another output that has the name of a file of the set.
+  void RefuseSameFile(const std::string& sOutput) const;
+
   /// Makes the private folder; gives the stem under which to write.
   CString Begin();
   /// Puts what was written into place; gives the names of the files.

@@ -16,7 +16,8 @@ void EndBy(int nSignal) {
 }
 
 void OnSignal(int nSignal) {
-  if (g_nGuards == 0) {
+  // Whoever insists ends the process at once.
+  if (g_nGuards == 0 || g_nPending != 0) {
     EndBy(nSignal);
   } else {
     g_nPending = nSignal;

@@ -3,7 +3,8 @@
 namespace laminate::cli {
 
 /// While an object of this kind lives, a signal that ends the process waits until the last of them has gone, so that
-/// nothing unfinished remains on disk. Writers ask `Pending` between their steps and give up when it is set.
+/// nothing unfinished remains on disk. Writers ask `Pending` between their steps and give up when it is set. A second
+/// signal does not wait.
 class InterruptGuard {
  public:
   InterruptGuard();

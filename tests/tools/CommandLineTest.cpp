@@ -80,7 +80,8 @@ TEST_F(CommandLine, AnInputThatCannotBeReadIsStatusOneAndOneLine) {
       const CommandResult result = run(row);
       EXPECT_EQ(result.status, 1) << row[0] << " " << sName;
       EXPECT_EQ(result.out, "") << row[0];
-      EXPECT_TRUE(result.err.starts_with(sName + ": error: ")) << row[0] << ": " << result.err;
+      EXPECT_TRUE(result.err.starts_with(sName.empty() ? "error: " : sName + ": error: "))
+          << row[0] << ": " << result.err;
       EXPECT_EQ(std::count(result.err.begin(), result.err.end(), '\n'), 1) << result.err;
     }
   }

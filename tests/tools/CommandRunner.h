@@ -157,8 +157,8 @@ inline const char kBoard[] =
     "(component (reference R2)\n(part X)\n(package P0402)\n(footprint F0402)\n(placementSide B)\n"
     "(location (pt 1.5 -2.25))\n(angle 0)\n(pin 1 (pt 0 0))\n)\n"
     ")\n"
-    "(nets\n(net \"VCC 3V3\"\n(type POWER)\n(comp R1 (pin 1))\n(comp R2 (pin 1))\n)\n(net GND\n(comp R1 (pin 2))\n)\n"
-    "(net NC\n)\n)\n"
+    "(nets\n(net \"VCC 3V3\"\n(type POWER)\n(pen 1)\n(comp R1 (pin 1))\n(comp R2 (pin 1))\n)\n"
+    "(net GND\n(type POWER)\n(pen 2)\n(comp R1 (pin 2))\n)\n(net NC\n(type NORMAL)\n(pen 0)\n)\n)\n"
     "(boardLayout\n(layout\n"
     "(layer (conductive 1)\n(line (net GND) (geometry (line (vertex (pt 0 0 (width 20000)) (pt 100000 0)))))\n)\n"
     "(layer (nonConductive Outline)\n"
@@ -171,5 +171,5 @@ inline const char kLibrary[] =
     "(ftf\n(header\n(version 2.0)\n)\n(technologyContainer\n(technology two\n(footprintLayer\n"
     "(layer Top (type CONDUCTIVE))\n)\n)\n)\n"
     "(footprintContainer\n(pads\n(pad PAD1 (geometry (circle 50000 (pt 0 0))))\n)\n"
-    "(padstacks\n(padstack STACK1 (type SMD))\n)\n"
+    "(padstacks\n(padstack STACK1 (type SMD) (throughMode NO))\n)\n"
     "(footprints\n(footprint F0402 (pin 1))\n)\n)\n)\n";

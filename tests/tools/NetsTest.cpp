@@ -19,14 +19,14 @@ TEST_F(Nets, AreAnArrayInJson) {
   EXPECT_EQ(result.out,
             "[\n"
             "{\"class\": \"CBDnet\", \"m_sName\": \"VCC 3V3\", \"m_sType\": \"POWER\", \"m_sLockMode\": \"\", "
-            "\"m_sPen\": \"\", \"m_sRatsNest\": \"\", \"m_pRefPinArray\": [\n"
+            "\"m_sPen\": \"1\", \"m_sRatsNest\": \"\", \"m_pRefPinArray\": [\n"
             "{\"class\": \"CBDrefPin\", \"m_sComp\": \"R1\", \"m_sPin\": \"1\"},\n"
             "{\"class\": \"CBDrefPin\", \"m_sComp\": \"R2\", \"m_sPin\": \"1\"}]},\n"
-            "{\"class\": \"CBDnet\", \"m_sName\": \"GND\", \"m_sType\": \"\", \"m_sLockMode\": \"\", "
-            "\"m_sPen\": \"\", \"m_sRatsNest\": \"\", \"m_pRefPinArray\": [\n"
+            "{\"class\": \"CBDnet\", \"m_sName\": \"GND\", \"m_sType\": \"POWER\", \"m_sLockMode\": \"\", "
+            "\"m_sPen\": \"2\", \"m_sRatsNest\": \"\", \"m_pRefPinArray\": [\n"
             "{\"class\": \"CBDrefPin\", \"m_sComp\": \"R1\", \"m_sPin\": \"2\"}]},\n"
-            "{\"class\": \"CBDnet\", \"m_sName\": \"NC\", \"m_sType\": \"\", \"m_sLockMode\": \"\", "
-            "\"m_sPen\": \"\", \"m_sRatsNest\": \"\", \"m_pRefPinArray\": []}]\n");
+            "{\"class\": \"CBDnet\", \"m_sName\": \"NC\", \"m_sType\": \"NORMAL\", \"m_sLockMode\": \"\", "
+            "\"m_sPen\": \"0\", \"m_sRatsNest\": \"\", \"m_pRefPinArray\": []}]\n");
 }
 
 TEST_F(Nets, OfABoardWithoutAnyAreEmpty) {

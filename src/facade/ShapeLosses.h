@@ -1,0 +1,33 @@
+#pragma once
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include "facade/LossTables.h"
+
+class CBDdrawObj;
+class CBDdrawObjArray;
+
+namespace laminate {
+
+/// Where a shape is written: that decides how its layer, its form and its "refer" come out.
+enum class ShapePlace {
+  layout,     ///< in a layer of the board layout
+  component,  ///< in a component's own layout
+  pin,        ///< in a pin's layout
+  group,      ///< in a component group's layout
+  heelprint,  ///< in a footprint's outline
+  toeprint,   ///< in a footprint's pin
+  inside      ///< in a pad or in the hole of a padstack
+};
+
+/// Tells what is lost of a shape.
+void FindShapeLosses(const CBDdrawObj& shape, ShapePlace place, LossFinder& finder);
+void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ShapePlace place, LossFinder& finder);
+/// The same for what stands in a padstack as its hole.
+void FindHoleLosses(const CBDdrawObj& shape, LossFinder& finder);
+
+/// The fields of shapes whose losses are looked for: class and field.
+std::vector<std::pair<std::string_view, std::string_view>> ShapeFieldsLookedFor();
+
+}  // namespace laminate

@@ -1,0 +1,187 @@
+// Every command on real designs: each folder of LAMINATE_DESIGNS is one, and LAMINATE_EXPECTED may hold what is
+// expected of it.
+#include <regex>
+
+#include "CommandRunner.h"
+#include "Json.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+std::string Slurp(const fs::path& path) {
+  std::ifstream in(path, std::ios::binary);
+  EXPECT_TRUE(in) << path;
+  std::ostringstream s;
+  s << in.rdbuf();
+  return s.str();
+}
+
+// The whole output of a program.
+std::string Unpacked(const fs::path& path) {
+  std::string s;
+  FILE* fp = popen(("gzip -dc '" + path.string() + "'").c_str(), "r");
+  char buffer[65536];
+  while (const std::size_t n = fread(buffer, 1, sizeof buffer, fp)) s.append(buffer, n);
+  EXPECT_EQ(pclose(fp), 0);
+  return s;
+}
+
+std::vector<std::string> Designs() {
+  std::vector<std::string> names;
+  for (const auto& entry : fs::directory_iterator(std::getenv("LAMINATE_DESIGNS"))) {
+    const std::string sName = entry.path().filename();
+    if (fs::exists(entry.path() / (sName + ".pcf"))) names.push_back(sName);
+  }
+  std::sort(names.begin(), names.end());
+  return names;
+}
+
+struct DesignTest : testing::TestWithParam<std::string> {
+  TestFolder folder;
+  CommandRunner run{folder};
+  std::string File(const char* szEnding) const {
+    return (fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / (GetParam() + szEnding)).string();
+  }
+  // The file of what is expected, or an empty path.
+  fs::path Expected(const char* szName) const {
+    const char* szFolder = std::getenv("LAMINATE_EXPECTED");
+    const fs::path path = szFolder == nullptr ? fs::path() : fs::path(szFolder) / GetParam() / szName;
+    return fs::exists(path) ? path : fs::path();
+  }
+  // A number from a line "| what | number |" of the design's own description.
+  std::size_t Count(const std::string& sWhat) const {
+    const std::string s = Slurp(fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / "SOURCE.md");
+    std::smatch match;
+    if (!std::regex_search(s, match, std::regex("\\| " + sWhat + "(?: \\*)? \\| (\\d+) \\|"))) {
+      ADD_FAILURE() << "no count of " << sWhat;
+      return 0;
+    }
+    return std::stoul(match[1]);
+  }
+};
+
+TEST_P(DesignTest, Nets) {
+  const CommandResult plain = run({"nets", File(".pcf")});
+  EXPECT_EQ(plain.status, 0) << plain.err;
+  EXPECT_EQ(plain.err, "");
+  const CommandResult result = run({"nets", File(".pcf"), "--json"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  const Json nets = Json::parse(result.out);
+  EXPECT_EQ(nets.size(), Count("nets"));
+  std::size_t nPins = 0;
+  std::string sPlain;
+  for (const Json& net : nets) {
+    nPins += net["m_pRefPinArray"].size();
+    sPlain += net["m_sName"].get<std::string>() + "\t";
+    const char* szBefore = "";
+    for (const Json& pin : net["m_pRefPinArray"]) {
+      sPlain += szBefore + pin["m_sComp"].get<std::string>() + "." + pin["m_sPin"].get<std::string>();
+      szBefore = " ";
+    }
+    sPlain += "\n";
+  }
+  EXPECT_EQ(nPins, Count("net pins"));
+  EXPECT_EQ(plain.out, sPlain);
+  if (const fs::path path = Expected("nets.json"); !path.empty()) {
+    EXPECT_EQ(FirstDifference(nets, Json::parse(Slurp(path))), "");
+  }
+}
+
+TEST_P(DesignTest, Trees) {
+  for (const char* szEnding : {".pcf", ".ftf", ".rul"}) {
+    const CommandResult result = run({"tree", File(szEnding), "--json"});
+    EXPECT_EQ(result.status, 0) << szEnding << result.err;
+    EXPECT_EQ(Json::parse(result.out).size(), 1u) << szEnding;
+    EXPECT_EQ(run({"tree", File(szEnding)}).status, 0) << szEnding;
+  }
+}
+
+TEST_P(DesignTest, Info) {
+  const CommandResult result = run({"info", File(".pcf"), "--ftf", File(".ftf"), "--json"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  const Json info = Json::parse(result.out);
+  EXPECT_EQ(info["conductorLayers"], Count("conductive layers"));
+  EXPECT_EQ(info["components"], Count("components"));
+  EXPECT_EQ(info["componentsOnSideA"], Count("of these on side A"));
+  EXPECT_EQ(info["componentsOnSideB"], Count("of these on side B"));
+  EXPECT_EQ(info["pins"], Count("pins"));
+  EXPECT_EQ(info["nets"], Count("nets"));
+  EXPECT_EQ(info["groups"], Count("component groups"));
+  EXPECT_GT(info["extent"]["width"], 1.0);
+  EXPECT_LT(info["extent"]["width"], 1000.0);
+  EXPECT_EQ(run({"info", File(".pcf")}).status, 0);
+}
+
+TEST_P(DesignTest, Components) {
+  const CommandResult result = run({"components", File(".pcf"), "--json"});
+  EXPECT_EQ(Json::parse(result.out).size(), Count("components"));
+  const std::string sCsv = run({"components", File(".pcf"), "--csv"}).out;
+  EXPECT_EQ(static_cast<std::size_t>(std::count(sCsv.begin(), sCsv.end(), '\n')), Count("components") + 1);
+}
+
+TEST_P(DesignTest, Dump) {
+  const CommandResult result = run({"dump", File(".pcf"), "--ftf", File(".ftf"), "-o", "dump.json"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  const Json dump = Json::parse(folder.Read("dump.json"));
+  EXPECT_EQ(dump["m_nComponentFileCount"], Count("`component` pieces of the splitter"));
+  EXPECT_EQ(dump["m_nLayerFileCount"], Count("`layer` pieces of the splitter"));
+  if (const fs::path path = Expected("dump.json.gz"); !path.empty()) {
+    EXPECT_EQ(FirstDifference(dump, Json::parse(Unpacked(path))), "");
+  }
+}
+
+TEST_P(DesignTest, DesignData) {
+  const CommandResult result = run({"design-data", "--package", File(".pkf"), "--parts", File(".cdf"), "--rules",
+                                    File(".rul"), "--components", File(".cmp"), "--json", "--archive-out", "data.bin"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  const Json data = Json::parse(result.out);
+  if (const fs::path path = Expected("design-data.json"); !path.empty()) {
+    EXPECT_EQ(FirstDifference(data, Json::parse(Slurp(path))), "");
+  }
+  if (const fs::path path = Expected("design-data.bin"); !path.empty()) {
+    EXPECT_TRUE(folder.Read("data.bin") == Slurp(path));
+  }
+  const CommandResult again = run({"design-data", "--archive-in", "data.bin", "--json"});
+  EXPECT_EQ(again.status, 0) << again.err;
+  EXPECT_EQ(Json::parse(again.out)["m_pPackageArray"], data["m_pPackageArray"]);
+}
+
+TEST_P(DesignTest, Export) {
+  const CommandResult result = run({"export", File(".pcf"), "--ftf", File(".ftf"), "--package", File(".pkf"), "--parts",
+                                    File(".cdf"), "-o", "export", "--quiet"});
+  // The written board file does not load again, by the form in which layer parameters are written.
+  EXPECT_EQ(result.status, 3) << result.err;
+  EXPECT_NE(result.err.find("export.pcf:"), std::string::npos) << result.err;
+  for (const char* szEnding : {".pcf", ".ftf", ".tcf", ".pkf", ".cdf"}) {
+    const std::string sName = std::string("export") + szEnding;
+    EXPECT_TRUE(fs::exists(folder / sName)) << sName;
+    if (const fs::path path = Expected(sName.c_str()); !path.empty()) {
+      EXPECT_TRUE(folder.Read(sName) == Slurp(path)) << sName;
+    }
+  }
+  EXPECT_EQ(folder.Names().size(), 5u);
+}
+
+TEST_P(DesignTest, Check) {
+  const CommandResult result =
+      run({"check", File(".pcf"), File(".ftf"), File(".rul"), File(".pkf"), File(".cdf"), File(".cmp")});
+  EXPECT_EQ(result.status, 0) << result.err;
+  std::size_t nGood = 0;
+  for (std::size_t n = result.out.find(": well formed\n"); n != std::string::npos;
+       n = result.out.find(": well formed\n", n + 1)) {
+    ++nGood;
+  }
+  EXPECT_EQ(nGood, 6u) << result.out;
+}
+
+std::string NameOfTest(const testing::TestParamInfo<std::string>& info) {
+  std::string s = info.param;
+  std::replace_if(
+      s.begin(), s.end(), [](char c) { return isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
+  return s;
+}
+
+INSTANTIATE_TEST_SUITE_P(Designs, DesignTest, testing::ValuesIn(Designs()), NameOfTest);
+
+}  // namespace

@@ -1,0 +1,146 @@
+#include "CommandRunner.h"
+#include "Json.h"
+
+namespace {
+
+using Strings = std::vector<std::string>;
+
+struct Export : CommandTest {
+  Export() {
+    folder.Write("b.pcf", kBoard);
+    folder.Write("l.ftf", kLibrary);
+  }
+};
+
+TEST_F(Export, WritesTheSet) {
+  std::filesystem::create_directory(folder / "out");
+  folder.Write("p.pkf", "(package \"PACK\"\n(type SMD)\n)\n");
+  const CommandResult result =
+      run({"export", "b.pcf", "--ftf", "l.ftf", "--package", "p.pkf", "-o", "out/set", "--quiet"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, "");
+  EXPECT_TRUE(folder.Read("out/set.pcf").starts_with("(pcf\n(header\n(version 2.0)\n"));
+  EXPECT_TRUE(folder.Read("out/set.ftf").starts_with("(ftf\n(header\n(version 2.0)\n"));
+  EXPECT_TRUE(folder.Read("out/set.tcf").starts_with("(tcf\n  (header\n    (version 2.0)\n"));
+  EXPECT_EQ(folder.Read("out/set.cdf"), "(Japanese_coding: sjis)\n");
+  EXPECT_NE(folder.Read("out/set.pkf").find("(package \"PACK\"\n    (type SMD)\n"), std::string::npos);
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "out"), {}), 5);
+}
+
+TEST_F(Export, LeavesThePackageFileAloneWithoutPackages) {
+  folder.Write("set.pkf", "old");
+  EXPECT_EQ(run({"export", "b.pcf", "-o", "set", "--quiet"}).status, 0);
+  EXPECT_EQ(folder.Read("set.pkf"), "old");
+  EXPECT_EQ(folder.Names(), (Strings{"b.pcf", "l.ftf", "set.cdf", "set.ftf", "set.pcf", "set.pkf", "set.tcf"}));
+}
+
+TEST_F(Export, TakesTheStemWithTheEndingOfABoardFile) {
+  EXPECT_EQ(run({"export", "b.pcf", "-o", "set.pcf", "--quiet"}).status, 0);
+  EXPECT_EQ(folder.Names(), (Strings{"b.pcf", "l.ftf", "set.cdf", "set.ftf", "set.pcf", "set.tcf"}));
+  EXPECT_EQ(run({"export", "b.pcf", "-o", "up.PCF", "--quiet"}).status, 0);
+  EXPECT_NE(folder.Read("up.PCF.pcf"), "<no up.PCF.pcf>");
+}
+
+TEST_F(Export, WritesTheRecordsOfAPartsFile) {
+  folder.Write("p.cdf", "(part \"P\"\n(packageRef \"PACK\")\n)\n");
+  EXPECT_EQ(run({"export", "b.pcf", "--parts", "p.cdf", "-o", "set", "--quiet"}).status, 0);
+  EXPECT_NE(folder.Read("set.cdf").find("(part \"P\"\n"), std::string::npos);
+}
+
+TEST_F(Export, ReplacesFilesAndKeepsTheirModesAndLinks) {
+  std::filesystem::create_directory(folder / "elsewhere");
+  folder.Write("elsewhere/real", "old");
+  std::filesystem::create_symlink("elsewhere/real", folder / "set.pcf");
+  folder.Write("set.ftf", "old");
+  std::filesystem::permissions(folder / "set.ftf", std::filesystem::perms(0604));
+  EXPECT_EQ(run({"export", "b.pcf", "-o", "set", "--quiet"}).status, 0);
+  EXPECT_TRUE(std::filesystem::is_symlink(folder / "set.pcf"));
+  EXPECT_TRUE(folder.Read("elsewhere/real").starts_with("(pcf\n"));
+  struct stat st {};
+  ASSERT_EQ(stat((folder / "set.ftf").c_str(), &st), 0);
+  EXPECT_EQ(st.st_mode & 07777, 0604u);
+  EXPECT_TRUE(folder.Read("set.ftf").starts_with("(ftf\n"));
+  EXPECT_EQ(folder.Names(), (Strings{"b.pcf", "elsewhere", "l.ftf", "set.cdf", "set.ftf", "set.pcf", "set.tcf"}));
+  EXPECT_EQ(std::distance(std::filesystem::directory_iterator(folder / "elsewhere"), {}), 1);
+}
+
+TEST_F(Export, ChangesNothingWhenOneFileCannotBeWritten) {
+  folder.Write("set.cdf", "old cdf");
+  folder.Write("set.pcf", "old pcf");
+  // The last file of the set is a folder.
+  std::filesystem::create_directory(folder / "set.tcf");
+  const Strings before = folder.Names();
+  CommandResult result = run({"export", "b.pcf", "-o", "set"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("set.tcf: error: cannot write: "), std::string::npos) << result.err;
+  EXPECT_EQ(folder.Read("set.cdf"), "old cdf");
+  EXPECT_EQ(folder.Read("set.pcf"), "old pcf");
+  EXPECT_EQ(folder.Names(), before);
+
+  result = run({"export", "b.pcf", "-o", "none/set"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(folder.Names(), before);
+}
+
+TEST_F(Export, ChangesNothingWhenAFileGrowsTooLarge) {
+  folder.Write("set.pcf", "old");
+  std::string sBoard = kBoard;
+  std::string sNets;
+  for (int i = 0; i < 400; ++i) sNets += "(net N" + std::to_string(i) + "\n(type T)\n(pen 1)\n)\n";
+  sBoard.insert(sBoard.find("(net NC"), sNets);
+  folder.Write("b.pcf", sBoard);
+  const Strings before = folder.Names();
+  run.nFileSize = 32 * 1024;
+  const CommandResult result = run({"export", "b.pcf", "-o", "set", "--quiet"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_NE(result.err.find("set.pcf: error: cannot write: "), std::string::npos) << result.err;
+  EXPECT_EQ(folder.Read("set.pcf"), "old");
+  EXPECT_EQ(folder.Names(), before);
+}
+
+TEST_F(Export, RefusesASetThatHoldsAnInput) {
+  const std::string sBoard = folder.Read("b.pcf");
+  folder.Write("x.cdf", "");
+  for (const Strings& row : {Strings{"export", "b.pcf", "-o", "b"}, Strings{"export", "b.pcf", "-o", "b.pcf"},
+                             Strings{"export", "b.pcf", "--ftf", "l.ftf", "-o", "l"},
+                             Strings{"export", "b.pcf", "--parts", "x.cdf", "-o", "./x"}}) {
+    const CommandResult result = run(row);
+    EXPECT_EQ(result.status, 2) << row.back();
+  }
+  EXPECT_EQ(folder.Read("b.pcf"), sBoard);
+  EXPECT_EQ(folder.Names(), (Strings{"b.pcf", "l.ftf", "x.cdf"}));
+}
+
+TEST_F(Export, SaysWhatDoesNotLoadAgain) {
+  // The form in which layer parameters are written after a load closes one bracket too many for each of them.
+  std::string sBoard = kBoard;
+  sBoard.insert(sBoard.rfind(")\n"), "(parameter\n(layerParameters\n(layer (conductive 1)\n(colorId 3)\n)\n)\n)\n");
+  folder.Write("b.pcf", sBoard);
+  const CommandResult result = run({"export", "b.pcf", "-o", "set", "--quiet"});
+  EXPECT_EQ(result.status, 3);
+  EXPECT_NE(result.err.find("set.pcf:"), std::string::npos) << result.err;
+  EXPECT_NE(result.err.find(": error: there is a closing bracket too many"), std::string::npos) << result.err;
+  // The files are in place all the same.
+  EXPECT_TRUE(folder.Read("set.pcf").starts_with("(pcf\n"));
+}
+
+TEST_F(Export, WritesPipesInPlace) {
+  ASSERT_EQ(mkfifo((folder / "set.tcf").c_str(), 0600), 0);
+  const pid_t pid = fork();
+  if (pid == 0) {
+    // Keeps the pipe open and empty until the command has gone, and then a moment longer.
+    const int h = open((folder / "set.tcf").c_str(), O_RDONLY);
+    char buffer[4096];
+    while (read(h, buffer, sizeof buffer) > 0) {
+    }
+    _exit(0);
+  }
+  const CommandResult result = run({"export", "b.pcf", "-o", "set", "--quiet"});
+  kill(pid, SIGTERM);
+  waitpid(pid, nullptr, 0);
+  EXPECT_TRUE(std::filesystem::is_fifo(folder / "set.tcf"));
+  EXPECT_TRUE(folder.Read("set.pcf").starts_with("(pcf\n"));
+  EXPECT_NE(result.status, 1) << result.err;
+}
+
+}  // namespace
