@@ -32,6 +32,10 @@ if(LAMINATE_SANITIZE)
   # Memory pools would hide the life of an object from the sanitizers.
   add_compile_definitions(LAMINATE_NO_POOL)
 endif()
+if(LAMINATE_BUILD_FUZZ)
+  # The fuzzer learns from the branches that the library takes.
+  add_compile_options(-fsanitize=fuzzer-no-link)
+endif()
 if(LAMINATE_COVERAGE)
   add_compile_options(--coverage -O0)
   add_link_options(--coverage)

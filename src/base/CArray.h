@@ -86,6 +86,8 @@ class CArray : public CObject {
     m_pData = pData;
     m_nSize = static_cast<std::uint32_t>(nSize);
   }
+  /// False when the elements stand in borrowed storage, or when there are none and never were.
+  bool OwnsStorage() const noexcept { return m_nCapacity != 0; }
   /// Appends all elements of another array, or of this one; gives the index of the first.
   INT_PTR Append(const CArray& src);
   void Copy(const CArray& src);

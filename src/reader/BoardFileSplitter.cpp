@@ -26,14 +26,12 @@ struct Line {
 
 bool OnlyWhiteSpace(const char* p, const char* end) { return std::all_of(p, end, IsWhiteSpace); }
 
-// What a quote does to the string state. `closesForm` tells whether it and a closing bracket end the line.
+// The string state behind a quote. `closesForm` tells whether it and a closing bracket end the line.
 template <class ClosesForm>
-void Quote(const char* quote, const char* lineBegin, bool& bInQuote, ClosesForm closesForm) {
-  if (quote == lineBegin || quote[-1] != '\\') {
-    bInQuote = !bInQuote;
-  } else if (bInQuote && closesForm()) {
-    bInQuote = false;  // the string ends in a backslash
-  }
+bool BehindQuote(const char* quote, const char* lineBegin, bool bInQuote, ClosesForm closesForm) {
+  if (quote == lineBegin || quote[-1] != '\\') return !bInQuote;
+  // A string that ends in a backslash.
+  return bInQuote && !closesForm();
 }
 
 CString WhyNot(const char* szWhat, const CString& sPath, int nError) {
@@ -127,6 +125,11 @@ class CopiedLines {
   std::string m_gathered;
 };
 
+// The second byte tells most lines apart; the prefixes have more than two.
+bool Begins(std::string_view s, std::string_view prefix) {
+  return s.size() >= prefix.size() && s[1] == prefix[1] && s[2] == prefix[2] && s.starts_with(prefix);
+}
+
 // One of the two sections of a file that are cut into pieces.
 struct Section {
   std::string_view sOpening;  // how the section's opening line begins
@@ -142,7 +145,7 @@ struct Section {
   int nPieces = 0;
 
   bool Opens(std::string_view sLine) const {
-    if (!sLine.starts_with(sOpening)) return false;
+    if (!Begins(sLine, sOpening)) return false;
     return !bAlone || OnlyWhiteSpace(sLine.data() + sOpening.size(), sLine.data() + sLine.size());
   }
 };
@@ -196,6 +199,7 @@ class Splitter {
   bool Lines(std::string_view text) {
     const char* const end = text.data() + text.size();
     bool bInQuote = m_state.bInQuote != 0;
+    std::int64_t nDepth = m_nDepth;
     ByteScan<'(', ')', '"', '\n'> scan(text.data(), end);
     Line line{text.data(), nullptr};
     bool bDone = true;
@@ -203,16 +207,17 @@ class Splitter {
       const char* p = scan.Next();
       if (p == end || *p == '\n') {
         line.end = p;
+        m_nDepth = nDepth;
         bDone = Handle(line, end);
         line.begin = p == end ? end : p + 1;
       } else if (*p == '"') {
-        Quote(p, line.begin, bInQuote, [p, end] {
+        bInQuote = BehindQuote(p, line.begin, bInQuote, [p, end] {
           if (p + 1 == end || p[1] != ')') return false;
           const char* behind = std::find_if(p + 2, end, [](char c) { return c == '\n' || !IsWhiteSpace(c); });
           return behind == end || *behind == '\n';
         });
       } else if (!bInQuote) {
-        m_nDepth += *p == '(' ? 1 : -1;
+        nDepth += *p == '(' ? 1 : -1;
       }
     }
     m_state.bInQuote = bInQuote;
@@ -228,6 +233,7 @@ class Splitter {
     const char* p = line.begin;
     while (p != line.end && IsWhiteSpace(*p)) ++p;
     const std::string_view trimmed(p, static_cast<std::size_t>(line.end - p));
+    if (!trimmed.starts_with('(')) return Copy(line, {}, textEnd);
     if (m_first.Opens(trimmed)) {
       m_first.nDepth = m_nDepth;
       return true;
@@ -236,6 +242,10 @@ class Splitter {
       m_second.nDepth = m_nDepth;
       return true;
     }
+    return Copy(line, trimmed, textEnd);
+  }
+
+  bool Copy(const Line& line, std::string_view trimmed, const char* textEnd) {
     if (m_first.nDepth > 0) return InSection(m_first, line, trimmed, textEnd);
     if (m_second.nDepth > 0) return InSection(m_second, line, trimmed, textEnd);
     return !m_bWithOthers || Done(m_others, m_others.Append(line, textEnd, m_nHostLine));
@@ -243,7 +253,7 @@ class Splitter {
 
   bool InSection(Section& section, const Line& line, std::string_view trimmed, const char* textEnd) {
     CopiedLines& piece = section.piece;
-    if (m_nDepth == section.nWantedDepth && trimmed.starts_with(section.sWanted)) {
+    if (m_nDepth == section.nWantedDepth && Begins(trimmed, section.sWanted)) {
       if (piece.IsOpen() && !Done(piece, piece.Close())) return false;
       ++section.nPieces;
       CString sName;
@@ -328,7 +338,8 @@ int BraceCount(std::string_view sLine, int& bInQuote) {
   ByteScan<'(', ')', '"'> scan(begin, end);
   for (const char* p = scan.Next(); p != end; p = scan.Next()) {
     if (*p == '"') {
-      Quote(p, begin, bInside, [p, end] { return p + 1 != end && p[1] == ')' && OnlyWhiteSpace(p + 2, end); });
+      bInside = BehindQuote(p, begin, bInside,
+                            [p, end] { return p + 1 != end && p[1] == ')' && OnlyWhiteSpace(p + 2, end); });
     } else if (!bInside) {
       nCount += *p == '(' ? 1 : -1;
     }

@@ -94,6 +94,8 @@ void Restart(CECadCls& reader) {
 // elsewhere.
 template <bool kDiagnose>
 class WholeFile {
+  using Scan = laminate::ByteScan<' ', '(', ')', '"', '\n'>;
+
  public:
   WholeFile(CECadCls& reader, bool bQuoteEndsAtLineEnd, CECadClsLvlArray* pComplete)
       : m_reader(reader), m_bQuoteEndsAtLineEnd(bQuoteEndsAtLineEnd), m_builder(pComplete) {}
@@ -118,7 +120,7 @@ class WholeFile {
  private:
   bool Block(std::string_view block) {
     m_end = block.data() + block.size();
-    m_scan = Scan(block.data(), m_end);
+    Scan scan(block.data(), m_end);
     m_rest.Start({});
     const char* line = block.data();
     while (line != m_end) {
@@ -128,12 +130,12 @@ class WholeFile {
         if constexpr (kDiagnose) {
           if (m_bInString) Remark(m_reader, m_reader.m_nLineNo, 1, kCommentInString);
         }
-        const char* p = m_scan.Next();
-        while (p != m_end && *p != '\n') p = m_scan.Next();
+        const char* p = scan.Next();
+        while (p != m_end && *p != '\n') p = scan.Next();
         line = p == m_end ? p : p + 1;
         continue;
       }
-      const char* lineEnd = Line();
+      const char* lineEnd = Line(scan);
       if (lineEnd == nullptr) return false;
       if (m_reader.m_bStopAtFormEnd && m_reader.m_nLineNo != 1 && m_builder.Level() == 0) {
         m_bGoesOn = false;
@@ -145,7 +147,7 @@ class WholeFile {
   }
 
   // Handles the line from `m_line` on; gives its end, or null when a bracket stops the parse.
-  const char* Line() {
+  const char* Line(Scan& scan) {
     m_first = m_line;
     if (m_bInString) {
       m_carried += '\n';
@@ -155,11 +157,11 @@ class WholeFile {
     const char* token = m_first;
     for (;;) {
       if (m_bInString) {
-        token = String(token);
+        token = String(scan, token);
         if (token == nullptr) return m_stringLineEnd;
         continue;
       }
-      const char* p = m_scan.Next();
+      const char* p = scan.Next();
       if (p < token) continue;  // a blank that was trimmed
       switch (*p) {
         case ' ':
@@ -205,10 +207,10 @@ class WholeFile {
 
   // Goes on in a string whose text on this line begins at `text`; gives where the next token begins, or null at the
   // end of the line.
-  const char* String(const char* text) {
+  const char* String(Scan& scan, const char* text) {
     const char* run = text;  // bytes from here on that are no quotes
     for (;;) {
-      const char* p = m_scan.Next();
+      const char* p = scan.Next();
       if (p != m_end && *p != '"' && *p != '\n') continue;
       if (p == m_end || *p == '\n') {
         const char* end = ContentEnd(p);
@@ -264,10 +266,9 @@ class WholeFile {
     m_bInString = false;
   }
 
-  // Whether the byte is part of a double-byte character, of which the first has its high bit set. A stretch of such
-  // bytes begins with a first byte, so one of them, or the byte behind them, is told by counting back.
+  // Whether the byte, which has no high bit, is the second one of a double-byte character, whose first one has its high
+  // bit set. A stretch of such bytes begins with a first one, so counting back tells.
   bool EndsDoubleByte(const char* p) const {
-    if ((*p & 0x80) != 0) return true;
     const char* high = p;
     while (high != m_first && (high[-1] & 0x80) != 0) --high;
     return (p - high) % 2 != 0;
@@ -299,15 +300,12 @@ class WholeFile {
     m_builder.Token(s);
   }
 
-  using Scan = laminate::ByteScan<' ', '(', ')', '"', '\n'>;
-
   CECadCls& m_reader;
   const bool m_bQuoteEndsAtLineEnd;
   TreeBuilder m_builder;
   laminate::RestOfLine m_rest;
   bool m_bGoesOn = true;
 
-  Scan m_scan;
   const char* m_end = nullptr;    // of the block
   const char* m_line = nullptr;   // where the line begins
   const char* m_first = nullptr;  // and where it begins when trimmed

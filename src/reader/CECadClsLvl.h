@@ -1,5 +1,6 @@
 #pragma once
 #include <cstddef>
+#include <new>
 
 #include "base/CExPtrArray.h"
 #include "base/CString.h"
@@ -7,11 +8,14 @@
 #include "reader/TreeMemory.h"
 
 class CECadClsLvl;
+namespace laminate {
+class TreeBuilder;
+}
 
 /// Nodes of one level. Whoever holds the array owns them.
 class CECadClsLvlArray : public laminate::NamedArray<CECadClsLvl> {
  public:
-  CECadClsLvlArray();
+  CECadClsLvlArray() = default;
   ~CECadClsLvlArray() override;
   /// The first element of that name (exact, case-sensitive), or null.
   CECadClsLvl* pFindByName(CString sName) const { return pFind(sName.View()); }
@@ -23,16 +27,19 @@ class CECadClsLvlArray : public laminate::NamedArray<CECadClsLvl> {
 
 /// A node of the tree that a text file becomes: one form in brackets. Values and nested forms are kept apart; numbers
 /// stay text until a translator converts them.
-class CECadClsLvl {
+class CECadClsLvl final {
  public:
-  CECadClsLvl() noexcept;
+  CECadClsLvl() noexcept : m_pChildren(&m_ownChildren) {}
   /// Deletes `m_pChildren` and with it the whole subtree.
   virtual ~CECadClsLvl();
   CECadClsLvl(const CECadClsLvl&) = delete;
   CECadClsLvl& operator=(const CECadClsLvl&) = delete;
-  static void* operator new(std::size_t nBytes) { return laminate::TreeAllocate(nBytes); }
+  static void* operator new(std::size_t nBytes) { return laminate::TreeMemory::OfThisThread().Allocate(nBytes); }
   static void* operator new(std::size_t, void* p) noexcept { return p; }
-  static void operator delete(void* p) noexcept { laminate::TreeFree(p); }
+  /// Destroys the node too. A node that is as a parse made it holds nothing but children and long texts; its fields are
+  /// not written to once more only to be thrown away, which makes the end of a large tree cheap.
+  static void operator delete(CECadClsLvl* p, std::destroying_delete_t) noexcept;
+  static void operator delete(void* p) noexcept { laminate::TreeMemory::OfThisThread().Free(p); }
   static void operator delete(void*, void*) noexcept {}
 
   CECadClsLvlArray* m_pChildren;  ///< nested forms in file order; owned, never null
@@ -42,5 +49,14 @@ class CECadClsLvl {
   int m_nLine = 0;                ///< line of the opening bracket in the text that was parsed, from 1
 
  private:
+  friend class CECadClsLvlArray;
+  friend class laminate::TreeBuilder;
+
+  // `sName` lies in padded text.
+  CECadClsLvl(std::string_view sName, int nLevel, int nLine)
+      : m_pChildren(&m_ownChildren), m_sName(CString::FromPadded(), sName), m_nLevel(nLevel), m_nLine(nLine) {}
+  bool IsAsParsed() const noexcept;
+  static void Delete(CECadClsLvl* p, laminate::TreeMemory& memory) noexcept;
+
   CECadClsLvlArray m_ownChildren;  // what `m_pChildren` points to, unless somebody put another array there
 };

@@ -6,6 +6,8 @@
 #include <memory>
 #include <new>
 
+#include "reader/LineReader.h"
+
 namespace laminate {
 
 // Behind a node's own fields its block holds the values and then the pointers to the children.
@@ -29,33 +31,34 @@ TreeBuilder::Place TreeBuilder::Innermost() const {
 }
 
 CECadClsLvl* TreeBuilder::MakeNode(const OpenForm& form) {
-  const std::string_view* const tokens = m_tokens.data() + form.nFirstToken;
-  const std::size_t nTokens = m_tokens.size() - form.nFirstToken;
-  const std::size_t nValues = nTokens == 0 ? 0 : nTokens - 1;
+  static constexpr char kNoName[LineReader::kPadding] = {};
+  const std::string_view* token = m_tokens.data() + form.nFirstToken;
+  const std::string_view* const end = m_tokens.data() + m_tokens.size();
+  const std::string_view sName = token == end ? std::string_view(kNoName, 0) : *token++;
+  const auto nValues = static_cast<std::size_t>(end - token);
   const std::size_t nChildren = m_children.size() - form.nFirstChild;
-  void* const block = TreeAllocate(sizeof(CECadClsLvl) + nValues * sizeof(CString) + nChildren * sizeof(CECadClsLvl*));
-  auto* const node = ::new (block) CECadClsLvl;
-  node->m_nLevel = static_cast<int>(m_nLevel);
-  node->m_nLine = form.nLine;
-  auto* const values = reinterpret_cast<CString*>(node + 1);
-  std::size_t nMade = 0;
+  void* const block =
+      m_memory.Allocate(sizeof(CECadClsLvl) + nValues * sizeof(CString) + nChildren * sizeof(CECadClsLvl*));
+  CECadClsLvl* node = nullptr;
+  CString* const values = reinterpret_cast<CString*>(static_cast<CECadClsLvl*>(block) + 1);
+  CString* value = values;
   try {
-    if (nTokens != 0) node->m_sName = CString(CString::FromPadded(), tokens[0]);
-    for (; nMade < nValues; ++nMade) {
-      std::string_view s = tokens[nMade + 1];
-      if (s.size() == 1 && s[0] == ' ') s = s.substr(0, 0);
-      ::new (static_cast<void*>(values + nMade)) CString(CString::FromPadded(), s);
+    node = ::new (block) CECadClsLvl(sName, static_cast<int>(m_nLevel), form.nLine);
+    for (; token != end; ++token, ++value) {
+      const bool bEmpty = token->size() == 1 && (*token)[0] == ' ';
+      ::new (static_cast<void*>(value)) CString(CString::FromPadded(), bEmpty ? token->substr(0, 0) : *token);
     }
   } catch (...) {
-    std::destroy_n(values, nMade);
-    delete node;
+    std::destroy(values, value);
+    if (node != nullptr) node->~CECadClsLvl();
+    m_memory.Free(block);
     throw;
   }
   if (nValues != 0) node->m_arrValues.Borrow(values, nValues);
   if (nChildren != 0) {
-    auto* const children = reinterpret_cast<CECadClsLvl**>(values + nValues);
+    auto* const children = reinterpret_cast<CECadClsLvl**>(value);
     std::memcpy(children, m_children.data() + form.nFirstChild, nChildren * sizeof *children);
-    node->m_pChildren->Borrow(children, nChildren);
+    node->m_ownChildren.Borrow(children, nChildren);
   }
   return node;
 }

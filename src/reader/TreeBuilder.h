@@ -89,6 +89,7 @@ class TreeBuilder {
   void CloseForm();
   CECadClsLvl* MakeNode(const OpenForm& form);
 
+  TreeMemory& m_memory = TreeMemory::OfThisThread();
   CECadClsLvlArray* m_pComplete;
   std::int64_t m_nLevel = 0;
   std::array<OpenForm, kDeepestLevel> m_open;  // the form of level n at n - 1

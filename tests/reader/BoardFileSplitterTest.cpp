@@ -8,6 +8,7 @@
 #include "base/BKUtility.h"
 #include "reader/MemoryFileSystem.h"
 #include "reader/PlainReader.h"
+#include "reader/SplitTestSupport.h"
 #include "reader/TextVariety.h"
 
 namespace {
@@ -268,37 +269,19 @@ TEST_F(Splits, TheFootprintsLineHoldsThatWordAlone) {
 
 class SplitDifferential : public Splits {
  protected:
+  // The state goes on from one split to the next.
   bool Same(const std::string& text, bool bFootprints) {
-    plain::Split expected;
-    expected.inQuote = m_bInQuote;
-    expected.components = m_nComponents;
-    expected.layers = m_nLayers;
-    if (bFootprints) {
-      plain::SplitFootprintFile(text, expected);
-    } else {
-      plain::SplitBoardFile(text, expected);
-    }
-    m_files.files.clear();
-    const SplitState state = bFootprints ? Footprints(text) : Board(text);
-    bool same = In(state.sFolder) == expected.files && m_bInQuote == expected.inQuote &&
-                m_nComponents == expected.components && m_nLayers == expected.layers;
-    for (const auto& [name, lines] : expected.lines) {
-      const bool bFirst = name[0] == 'c' || name[0] == 'P';
-      const laminate::PieceLines& map = name == "others.txt" ? state.others : bFirst ? state.components : state.layers;
-      const int piece = name == "others.txt" ? 0 : std::stoi(name.substr(name.find_first_of("0123456789")));
-      for (std::size_t i = 0; i < lines.size(); ++i) {
-        same = same && map.HostLine(piece, static_cast<int>(i) + 1) == lines[i];
-      }
-    }
-    if (!same) {
-      ADD_FAILURE() << Escaped(text);
-      for (const auto& [name, content] : expected.files)
-        std::cerr << "expected " << name << ": " << Escaped(content) << "\n";
-      for (const auto& [name, content] : In(state.sFolder))
-        std::cerr << "got " << name << ": " << Escaped(content) << "\n";
-    }
-    return same;
+    const SplitOutcome expected = SplitPlainly(text, bFootprints, m_root);
+    const SplitOutcome outcome = SplitInMemory(text, bFootprints, m_root);
+    m_root = outcome.root;
+    if (outcome == expected) return true;
+    ADD_FAILURE() << Escaped(text);
+    for (const auto& [name, content] : expected.files)
+      std::cerr << "expected " << name << ": " << Escaped(content) << "\n";
+    for (const auto& [name, content] : outcome.files) std::cerr << "got " << name << ": " << Escaped(content) << "\n";
+    return false;
   }
+  SplitRoot m_root;
 };
 
 TEST_F(SplitDifferential, EveryShortBoard) {
@@ -354,7 +337,7 @@ TEST_F(SplitDifferential, RandomFiles) {
     }
     if (random() % 3 == 0 && !text.empty()) text.pop_back();
     same = Same(text, false) && Same(text, true);
-    if (i % 3 == 0) m_bInQuote = 0;
+    if (i % 3 == 0) m_root.inQuote = 0;
   }
 }
 

@@ -278,6 +278,9 @@ TEST_F(Reader, OffsetsLeadToTheForms) {
 TEST_F(Reader, AQuoteAfterABackslashAtALinesEnd) {
   EXPECT_EQ(File("(a \"b\\\"\nc\")", false), "{a[b\\\"\nc]}") << "is embedded";
   EXPECT_EQ(File("(a \"b\\\"\nc)", true), "{a[b\\,,c]}") << "or closes, and adds an empty value";
+  EXPECT_EQ(File("(a \"x\\\"y\\z\n\"\n)", true), "{a[x\\\"y\\z\n,]}") << "the backslash of the line before counts";
+  EXPECT_EQ(File("(x\\\"q \"x\\\"\n\"\n)", true), "{x\\\"q[x\\\"\n,\"]}")
+      << "a quote that follows an embedded one begins the next token";
   EXPECT_EQ(File("(a \"b\\\" c\")", true), "{a[b\\\" c]}") << "elsewhere it is embedded either way";
 }
 

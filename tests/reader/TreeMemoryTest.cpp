@@ -12,8 +12,8 @@
 
 namespace {
 
-using laminate::TreeAllocate;
-using laminate::TreeFree;
+void* TreeAllocate(std::size_t nBytes) { return laminate::TreeMemory::OfThisThread().Allocate(nBytes); }
+void TreeFree(void* p) { laminate::TreeMemory::OfThisThread().Free(p); }
 
 TEST(TreeMemory, BlocksKeepApart) {
   std::mt19937 random(3);
