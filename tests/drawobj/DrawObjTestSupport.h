@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <typeinfo>
 #include <vector>
 
 #include "base/HostInterface.h"
@@ -61,13 +62,19 @@ inline std::unique_ptr<CBDdrawObj> ReadAny(const std::string& text,
   return laminate::ReadDrawObj(tree.Node(), context);
 }
 
+/// Whether the object is a T itself and of no class derived from it.
+template <class T, class Base>
+bool IsExactly(const Base& object) {
+  return typeid(object) == typeid(T);
+}
+
 /// The shape that a text yields, which must be of class T.
 template <class T>
 std::unique_ptr<T> Read(const std::string& text, const laminate::ShapeContext& context = OnLayer3()) {
   auto shape = ReadAny(text, context);
   EXPECT_NE(shape, nullptr) << text;
   if (shape == nullptr) return nullptr;
-  EXPECT_TRUE(typeid(*shape) == typeid(T)) << text;
+  EXPECT_TRUE(IsExactly<T>(*shape)) << text;
   if (dynamic_cast<T*>(shape.get()) == nullptr) return nullptr;
   return std::unique_ptr<T>(static_cast<T*>(shape.release()));
 }

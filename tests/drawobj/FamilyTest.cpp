@@ -95,7 +95,7 @@ TEST(Family, DispatchersFollowTheTable) {
       const std::unique_ptr<CBDdrawObj> copy(shape.pCopy());
       EXPECT_EQ(copy == nullptr, row.copy.act == nullptr);
       if (copy != nullptr) {
-        EXPECT_TRUE(typeid(*copy) == typeid(T));
+        EXPECT_TRUE(IsExactly<T>(*copy));
       }
     }
   });
@@ -246,7 +246,7 @@ TEST(HostTags, ADerivedClassCountsAsItsBase) {
   EXPECT_EQ(Print(shape, 2), "(line\n(vertex\n(pt 1.00000 2.00000)\n)\n)\n");
   const std::unique_ptr<CBDdrawObj> copy(shape.pCopy());
   ASSERT_NE(copy, nullptr);
-  EXPECT_TRUE(typeid(*copy) == typeid(CBDline));
+  EXPECT_TRUE(IsExactly<CBDline>(*copy));
   shape.vMoveRotate(1, 0, 0, "");
   EXPECT_EQ(pPoint->m_pt.x, 0);
 }

@@ -22,8 +22,9 @@ std::string AtField(const T& o, std::string_view path);
 template <class Base, class... Classes>
 std::string AtByClass(const Base& o, std::string_view path) {
   std::string s = "?";
-  ((typeid(o) == typeid(Classes) ? (s = AtField(static_cast<const Classes&>(o), path), true) : false) || ...);
-  return s;
+  const bool bFound =
+      ((typeid(o) == typeid(Classes) ? (s = AtField(static_cast<const Classes&>(o), path), true) : false) || ...);
+  return bFound ? s : "?";
 }
 std::string AtObject(const CBDdrawObj& o, std::string_view path) {
   return AtByClass<CBDdrawObj, CBDdrawObj, CBDareaz, CBDcircle, CBDdelete, CBDdonut, CBDdrawPad, CBDdrawPadstack,

@@ -270,12 +270,12 @@ TEST(Ledger, EveryFieldFaresAsItsRowSays) {
       const T fresh;
       if (reads == ReadsBack::same || reads == ReadsBack::defaults) {
         ASSERT_NE(after, nullptr) << text;
-        ASSERT_TRUE(typeid(*after) == typeid(T)) << text;
+        ASSERT_TRUE(IsExactly<T>(*after)) << text;
         CompareFields(before, static_cast<const T&>(*after), fresh, Compare{szName, nMode == 1});
       } else {
         EXPECT_EQ(after != nullptr, reads == ReadsBack::other);
         if (after != nullptr) {
-          EXPECT_FALSE(typeid(*after) == typeid(T));
+          EXPECT_FALSE(IsExactly<T>(*after));
         }
         // Nothing can be left of any field.
         for (const LedgerRow& row : laminate::DrawObjLedger()) {
@@ -332,7 +332,7 @@ TEST(Ledger, RandomShapesWriteTheTextThatTheyWereReadFrom) {
           if (text.empty()) continue;
           const auto after = ReadAny(text, {});
           ASSERT_NE(after, nullptr) << text;
-          ASSERT_TRUE(typeid(*after) == typeid(T)) << text;
+          ASSERT_TRUE(IsExactly<T>(*after)) << text;
           EXPECT_EQ(OwnText(*after, nMode), text) << "seed " << nSeed;
           ++nShapes;
         }

@@ -85,7 +85,7 @@ struct FieldCheck {
       }
       ASSERT_NE(field, nullptr) << name;
       if constexpr (std::is_same_v<Field, CBDdrawObj*>) {
-        EXPECT_TRUE(typeid(*field) == typeid(CBDdrawObj)) << name;
+        EXPECT_TRUE(IsExactly<CBDdrawObj>(*field)) << name;
         EXPECT_EQ(field->m_sKind, "NONE");
       } else if constexpr (std::is_same_v<Field, CBDtext*> || std::is_same_v<Field, CBDfillet*>) {
         EXPECT_EQ(Describe(*field), Describe(std::remove_pointer_t<Field>())) << name;
