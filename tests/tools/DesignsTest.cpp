@@ -27,9 +27,16 @@ std::string Unpacked(const fs::path& path) {
   return s;
 }
 
+// The build sets it for this test; run by hand it has to be set, too.
+fs::path DesignFolder() {
+  const char* szFolder = std::getenv("LAMINATE_DESIGNS");
+  if (szFolder == nullptr) throw std::runtime_error("LAMINATE_DESIGNS is not set");
+  return szFolder;
+}
+
 std::vector<std::string> Designs() {
   std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(std::getenv("LAMINATE_DESIGNS"))) {
+  for (const auto& entry : fs::directory_iterator(DesignFolder())) {
     const std::string sName = entry.path().filename();
     if (fs::exists(entry.path() / (sName + ".pcf"))) names.push_back(sName);
   }
@@ -41,7 +48,7 @@ struct DesignTest : testing::TestWithParam<std::string> {
   TestFolder folder;
   CommandRunner run{folder};
   std::string File(const char* szEnding) const {
-    return (fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / (GetParam() + szEnding)).string();
+    return (DesignFolder() / GetParam() / (GetParam() + szEnding)).string();
   }
   // The file of what is expected, or an empty path.
   fs::path Expected(const char* szName) const {
@@ -51,7 +58,7 @@ struct DesignTest : testing::TestWithParam<std::string> {
   }
   // A number from a line "| what | number |" of the design's own description.
   std::size_t Count(const std::string& sWhat) const {
-    const std::string s = Slurp(fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / "SOURCE.md");
+    const std::string s = Slurp(DesignFolder() / GetParam() / "SOURCE.md");
     std::smatch match;
     if (!std::regex_search(s, match, std::regex("\\| " + sWhat + "(?: \\*)? \\| (\\d+) \\|"))) {
       ADD_FAILURE() << "no count of " << sWhat;

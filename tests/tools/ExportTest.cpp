@@ -124,6 +124,32 @@ TEST_F(Export, SaysWhatDoesNotLoadAgain) {
   EXPECT_TRUE(folder.Read("set.pcf").starts_with("(pcf\n"));
 }
 
+TEST_F(Export, TellsWhatTheFilesDoNotHold) {
+  std::string sBoard = kBoard;
+  for (int i = 0; i < 2; ++i) sBoard.insert(sBoard.find("(pen 1)"), "(lockMode FIXED)\n");
+  sBoard.insert(sBoard.find("(placementSide A)"), "(outOfBoard YES)\n");
+  folder.Write("b.pcf", sBoard);
+  const CommandResult result = run({"export", "b.pcf", "-o", "set", "--loss-report", "loss.json"});
+  EXPECT_NE(result.err.find("b.pcf: note: CBDnet.m_sLockMode, 1 time: constant (UNFIXED)\n"), std::string::npos)
+      << result.err;
+  EXPECT_NE(result.err.find("b.pcf: note: CBDcomponent.m_sOutOfBoard, 1 time: constant (NO)\n"), std::string::npos)
+      << result.err;
+  const Json report = Json::parse(folder.Read("loss.json"));
+  const Json expected = Json::parse(
+      R"({"object": "m_pBoardContainer.m_pNetArray[VCC 3V3]", "class": "CBDnet", "field": "m_sLockMode",
+          "fate": "constant", "note": "UNFIXED", "value": "FIXED"})");
+  EXPECT_NE(std::find(report.begin(), report.end(), expected), report.end()) << report.dump(1);
+  const CommandResult quiet = run({"export", "b.pcf", "-o", "set", "--quiet"});
+  EXPECT_EQ(quiet.err.find("note:"), std::string::npos) << quiet.err;
+}
+
+TEST_F(Export, RefusesALossReportThatIsAFileOfTheSetOrAnInput) {
+  for (const char* szReport : {"set.pcf", "./set.cdf", "b.pcf"}) {
+    EXPECT_EQ(run({"export", "b.pcf", "-o", "set", "--loss-report", szReport}).status, 2) << szReport;
+  }
+  EXPECT_EQ(folder.Names(), (Strings{"b.pcf", "l.ftf"}));
+}
+
 TEST_F(Export, WritesPipesInPlace) {
   ASSERT_EQ(mkfifo((folder / "set.tcf").c_str(), 0600), 0);
   const pid_t pid = fork();
