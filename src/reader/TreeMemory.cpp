@@ -14,8 +14,6 @@ namespace {
 
 constexpr std::size_t kStretch = 256 * 1024;
 constexpr std::size_t kHead = 64;
-// A larger block gets a stretch of its own.
-constexpr std::size_t kLargest = kStretch / 8;
 // How many stretches without use are kept for later trees.
 constexpr std::size_t kMostKept = 512;
 // While a thread cuts from a stretch, it counts so many blocks more than are live.
@@ -134,6 +132,8 @@ void TreeMemory::Free(void* p) noexcept { ::operator delete(p); }
 #else
 
 void* TreeMemory::AllocateSlowly(std::size_t nBytes) {
+  // A larger block gets a stretch of its own.
+  constexpr std::size_t kLargest = kStretch / 8;
   if (m_state == State::fresh) Register();
   // Too large, or for a thread that is going.
   if (nBytes > kLargest || m_state == State::ended) {
