@@ -9,9 +9,9 @@
 #include "base/BKUtility.h"
 #include "bench/BenchSupport.h"
 #include "bench/BoardGenerator.h"
-#include "reader/BoardFileLoad.h"
 #include "reader/BoardFileSplitter.h"
 #include "reader/CECadCls.h"
+#include "reader/LoadTestSupport.h"
 #include "reader/PlainReader.h"
 
 namespace {
@@ -42,19 +42,8 @@ void Split(const std::string& path) {
 }
 
 void Load(const std::string& path) {
-  int bInQuote = 0;
-  int nComponents = 0;
-  int nLayers = 0;
-  laminate::LoadStatus status;
-  laminate::BoardFileLoad load{.sPath = CString(path),
-                               .bInQuote = bInQuote,
-                               .nComponentFileCount = nComponents,
-                               .nLayerFileCount = nLayers,
-                               .status = status,
-                               .others = [](CECadCls*) { return 0; },
-                               .component = [](CECadClsLvl*) {},
-                               .layer = [](CECadClsLvl*) {}};
-  laminate::LoadBoardFile(load);
+  LoadRoot root;
+  root.Load(CString(path));
 }
 
 // The plain ways to the same ends.

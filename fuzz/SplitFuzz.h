@@ -13,9 +13,7 @@ inline void SplitFiles(const std::uint8_t* pData, std::size_t nSize, bool footpr
     const std::string text = input.UpTo('\xFF');
     const SplitOutcome expected = SplitPlainly(text, footprints, root);
     const SplitOutcome outcome = SplitInMemory(text, footprints, root);
-    Require(outcome.files == expected.files);
-    Require(outcome.lines == expected.lines);
-    Require(outcome.root == expected.root);
+    Require(outcome == expected);
     root = outcome.root;
   } while (!input.IsEmpty());
 }

@@ -81,7 +81,9 @@ CString BKUtility::GetDataPath() {
   DataPath& data = TheDataPath();
   const std::lock_guard lock(data.guard);
   if (!data.sChosen.IsEmpty()) {
-    if (!MakeDirectory(data.sChosen)) AfxThrowFileException(CFileException::badPath, 0, data.sChosen.GetString());
+    if (const int nError = laminate::MakeFolders(data.sChosen.GetString()); nError != 0) {
+      AfxThrowFileException(CFileException::OsErrorToException(-nError), -nError, data.sChosen.GetString());
+    }
     return data.sChosen;
   }
   if (data.pOwn == nullptr || !data.pOwn->IsOwn()) {
@@ -131,21 +133,7 @@ bool BKUtility::DoesFileOrDirExist(const CString& sPath, CString, int) {
   return TheFileSystem().Exists(sPath.GetString());
 }
 
-bool BKUtility::MakeDirectory(const CString& sPath) {
-  laminate::FileSystem& files = TheFileSystem();
-  std::string path(sPath.CView());
-  if (path.empty()) return false;
-  if (files.FolderExists(path.c_str())) return true;
-  for (std::size_t end = path.find_first_not_of('/'); end != std::string::npos;) {
-    end = path.find('/', end);
-    const std::string part = path.substr(0, end);
-    // A parent may refuse new folders and yet exist, so only the last step's result counts.
-    const int nResult = files.MakeFolder(part.c_str());
-    if (end != std::string::npos) end = path.find_first_not_of('/', end);
-    if (end == std::string::npos) return nResult == 0 || files.FolderExists(path.c_str());
-  }
-  return false;
-}
+bool BKUtility::MakeDirectory(const CString& sPath) { return laminate::MakeFolders(sPath.GetString()) == 0; }
 
 bool BKUtility::DeleteDirectory(const CString& sPath) {
   const int nResult = TheFileSystem().DeleteTree(sPath.GetString());

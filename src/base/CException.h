@@ -101,3 +101,19 @@ class COleException : public CException, public std::exception {
 [[noreturn]] void AfxThrowFileException(int nCause, int nOsError = 0, const char* szFileName = nullptr);
 [[noreturn]] void AfxThrowArchiveException(int nCause, const char* szFileName = nullptr);
 [[noreturn]] void AfxThrowOleException(std::uint32_t nCode);
+
+namespace laminate {
+
+/// Runs an operation. The standard library's own failure to get memory becomes the platform's.
+template <class Operation>
+auto WithPlatformFailures(Operation operation) {
+  try {
+    return operation();
+  } catch (const CException&) {
+    throw;
+  } catch (const std::bad_alloc&) {
+    AfxThrowMemoryException();
+  }
+}
+
+}  // namespace laminate

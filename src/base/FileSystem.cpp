@@ -193,6 +193,8 @@ int FileSystem::Rename(const char* szFrom, const char* szTo) { return Outcome(::
 int FileSystem::Remove(const char* szPath) { return Outcome(::unlink(Arg(szPath))); }
 int FileSystem::MakeFolder(const char* szPath, unsigned nMode) { return Outcome(::mkdir(Arg(szPath), nMode)); }
 
+int FileSystem::RemoveFolder(const char* szPath) { return Outcome(::rmdir(Arg(szPath))); }
+
 int FileSystem::DeleteTree(const char* szPath) {
   // Without the separators at its end, so that no link is followed there.
   std::string path(Arg(szPath));
@@ -342,6 +344,20 @@ int ReadWholeFile(const char* szPath, std::string& sContent, std::uint64_t nOffs
   } catch (const std::length_error&) {
     AfxThrowMemoryException();
   }
+}
+
+int MakeFolders(const std::string& sPath) {
+  FileSystem& files = TheFileSystem();
+  if (files.FolderExists(sPath.c_str())) return 0;
+  int nResult = -ENOENT;
+  for (std::size_t end = sPath.find_first_not_of('/'); end != std::string::npos;) {
+    end = sPath.find('/', end);
+    // A parent may refuse new folders and yet exist, so only the last step's result counts.
+    nResult = files.MakeFolder(sPath.substr(0, end).c_str());
+    if (end != std::string::npos) end = sPath.find_first_not_of('/', end);
+  }
+  if (nResult == 0 || files.FolderExists(sPath.c_str())) return 0;
+  return nResult == -EEXIST ? -ENOTDIR : nResult;
 }
 
 std::int64_t ReadAll(FileSystem::Handle h, void* pBuffer, std::size_t nBytes) {

@@ -38,6 +38,8 @@ class FileSystem {
   virtual int Remove(const char* szPath);
   /// One folder; its parent must exist. -EEXIST when there is something of that name.
   virtual int MakeFolder(const char* szPath, unsigned nMode = 0777);
+  /// An empty folder; -ENOTEMPTY when there is something in it.
+  virtual int RemoveFolder(const char* szPath);
   /// The folder and all that is in it, as far as it can be removed; the first failure is the result, -ENOENT when there
   /// is nothing. Follows no link: a link in the folder's place or inside is removed itself. Enters no other volume.
   virtual int DeleteTree(const char* szPath);
@@ -110,6 +112,10 @@ class OpenedFile {
 /// or the negative `errno`; a folder is -EISDIR. On failure `sContent` holds what was read. Raises only
 /// `CMemoryException`.
 int ReadWholeFile(const char* szPath, std::string& sContent, std::uint64_t nOffset = 0);
+
+/// Makes a folder with its missing parents; one that exists is as good. Gives 0 or the negative `errno`;
+/// -ENOTDIR when something else stands there.
+int MakeFolders(const std::string& sPath);
 
 /// Reads until `nBytes` have come or the file ends; gives their number or the negative `errno`.
 std::int64_t ReadAll(FileSystem::Handle h, void* pBuffer, std::size_t nBytes);

@@ -82,13 +82,13 @@ int CBDesigner::nGetBraceCount(CString sLine) { return laminate::BraceCount(sLin
 
 void CBDesigner::vSeparaePCFIntoSeveralFile(CString sPath) {
   m_status = {};
-  laminate::SplitState state{m_bInQuote, m_nComponentFileCount, m_nLayerFileCount, m_status, {}, {}, {}, {}, {}};
+  laminate::SplitState state{m_bInQuote, m_nComponentFileCount, m_nLayerFileCount, m_status};
   laminate::SplitBoardFile(sPath, state);
 }
 
 void CBDesigner::vSeparaeFTFIntoSeveralFile(CString sPath) {
   m_status = {};
-  laminate::SplitState state{m_bInQuote, m_nComponentFileCount, m_nLayerFileCount, m_status, {}, {}, {}, {}, {}};
+  laminate::SplitState state{m_bInQuote, m_nComponentFileCount, m_nLayerFileCount, m_status};
   laminate::SplitFootprintFile(sPath, state);
 }
 

@@ -46,7 +46,9 @@ class Piece {
     const LoadStatus& status = m_reader->m_status;
     // A piece of an earlier split that is gone is no fault: the count that asks for it was left standing.
     if (!status.IsOk() && IsOfThisSplit()) {
-      m_load.status.Set(status.m_result, m_load.sPath, HostLine(status.m_nLine), status.m_nColumn, status.m_sText);
+      const bool bUnreadable = status.m_result == LoadStatus::Result::cannotOpen;
+      m_load.status.Set(status.m_result, m_load.sPath, HostLine(status.m_nLine), status.m_nColumn,
+                        bUnreadable ? m_sPath + ": " + status.m_sText : status.m_sText);
     }
     return nResult;
   }
@@ -113,9 +115,7 @@ void ReadPieces(BoardFileLoad& load, const CString& sFolder, const char* szName,
   }
 }
 
-}  // namespace
-
-void LoadBoardFile(BoardFileLoad& load) {
+void Load(BoardFileLoad& load) {
   Log<"separate PCF file into several file.\n">(load);
   FlushLog(load);
   SplitState state{load.bInQuote, load.nComponentFileCount, load.nLayerFileCount, load.status};
@@ -140,6 +140,12 @@ void LoadBoardFile(BoardFileLoad& load) {
   SendPosition(load, 100);
   Log<"Complete PCF file Parsing\n">(load);
   FlushLog(load);
+}
+
+}  // namespace
+
+void LoadBoardFile(BoardFileLoad& load) {
+  WithPlatformFailures([&] { Load(load); });
 }
 
 }  // namespace laminate

@@ -16,12 +16,13 @@ namespace laminate {
 struct BoardFileLoad {
   CString sPath;
 
-  std::FILE* pLogFile = nullptr;       ///< log stream, or null; not closed
-  CProgressCtrl* pProgress = nullptr;  ///< receives 40, 60, 80 and 100, or null
-  int& bInQuote;                       ///< string state of the brace count
-  int& nComponentFileCount;            ///< set to 0 when the split fails
-  int& nLayerFileCount;                ///< set to 0 when the split fails
-  LoadStatus& status;                  ///< the first fault of the load, with lines of the host's own file
+  // The root's own fields: a host may change them whenever the load calls it.
+  std::FILE*& pLogFile;       ///< log stream, or null; not closed
+  CProgressCtrl*& pProgress;  ///< receives 40, 60, 80 and 100, or null
+  int& bInQuote;              ///< string state of the brace count
+  int& nComponentFileCount;   ///< set to 0 when the split fails
+  int& nLayerFileCount;       ///< set to 0 when the split fails
+  LoadStatus& status;         ///< the first fault of the load, with lines of the host's own file
 
   /// Given the reader of all that stands outside the two big sections. Gives 0 and leaves the reader alone, or deletes
   /// the reader and gives -1 when it knows no form of the file; a failure it raises leaves the reader alone.
@@ -37,8 +38,8 @@ struct BoardFileLoad {
 /// its normal end. It stays, for the host to look at, when the part outside the two sections is not well formed or when
 /// something raises; it is removed as far as possible when the split fails.
 ///
-/// Whatever a callable, the log's owner or the progress control raises passes through. When a callable raises
-/// `CInvalidArgException` the status has told it as invalid content before, with the line of the host's file.
+/// Whatever a callable or the progress control raises passes through. `CInvalidArgException` of a callable gets the line
+/// of the host's file and is told in the status as invalid content, unless the status holds an earlier fault.
 void LoadBoardFile(BoardFileLoad& load);
 
 }  // namespace laminate

@@ -4,7 +4,6 @@
 #include <cerrno>
 #include <cstddef>
 #include <limits>
-#include <new>
 #include <string>
 #include <utility>
 
@@ -21,7 +20,12 @@ struct Line {
   const char* begin;
   const char* end;
 
-  bool HasPlainEnd(const char* textEnd) const { return end != textEnd && (end == begin || end[-1] != '\r'); }
+  // Whether the line with its end as it stands reads as it does with a LF behind its text. A text that ends in a CR
+  // needs another one before the LF.
+  bool MayStandAsItIs(const char* textEnd) const {
+    if (end == textEnd) return false;
+    return end == begin || end[-1] != '\r' || (end - begin > 1 && end[-2] == '\r');
+  }
 };
 
 bool OnlyWhiteSpace(const char* p, const char* end) { return std::all_of(p, end, IsWhiteSpace); }
@@ -63,23 +67,28 @@ class CopiedLines {
   bool IsOpen() const { return m_file.IsOpen(); }
   const CString& Path() const { return m_sPath; }
 
-  // Appends a line and, whatever end it has, a LF.
-  int Append(const Line& line, const char* textEnd, int nHostLine) {
+  // Appends a line so that it reads as it did, and ends it with a LF. NULs in it are bytes like others: a piece cut at
+  // one would lose brackets that were counted.
+  int Append(const Line& line, const char* textEnd, std::int64_t nHostLine) {
     ++m_nLine;
     if (nHostLine != m_nNextHostLine) m_lines.Add(m_nPiece, m_nLine, nHostLine);
     m_nNextHostLine = nHostLine + 1;
-    const bool bPlainEnd = line.HasPlainEnd(textEnd);
-    if (line.begin == m_runEnd && bPlainEnd) {
+    const bool bAsItIs = line.MayStandAsItIs(textEnd);
+    if (line.begin == m_runEnd && bAsItIs) {
       m_runEnd = line.end + 1;
       return 0;
     }
     const int nError = EndRun();
-    if (bPlainEnd) {
+    if (bAsItIs) {
       m_runBegin = line.begin;
       m_runEnd = line.end + 1;
     } else {
       m_gathered.append(line.begin, line.end);
-      if (line.end != textEnd) m_gathered.pop_back();
+      if (line.end != textEnd) {
+        m_gathered.pop_back();
+      } else if (line.end[-1] == '\r') {
+        m_gathered += '\r';
+      }
       m_gathered += '\n';
     }
     return nError;
@@ -118,14 +127,14 @@ class CopiedLines {
   CString m_sPath;
   OpenedFile m_file;
   int m_nPiece = 0;
-  int m_nLine = 0;
-  int m_nNextHostLine = 0;
+  std::int64_t m_nLine = 0;
+  std::int64_t m_nNextHostLine = 0;
   const char* m_runBegin = nullptr;
   const char* m_runEnd = nullptr;
   std::string m_gathered;
 };
 
-// The second byte tells most lines apart; the prefixes have more than two.
+// For lines and prefixes that begin with a bracket. The two bytes behind it tell most lines apart.
 bool Begins(std::string_view s, std::string_view prefix) {
   return s.size() >= prefix.size() && s[1] == prefix[1] && s[2] == prefix[2] && s.starts_with(prefix);
 }
@@ -161,26 +170,33 @@ class Splitter {
         m_bWithOthers(bWithOthers),
         m_source(sPath) {}
 
-  // `makeFolder` gives the folder, made and fit to be locked, or raises.
-  template <class MakeFolder>
-  bool Run(MakeFolder makeFolder) {
+  // `folder` names the working folder, or raises when there is no place for it.
+  template <class Folder>
+  bool Run(Folder folder) {
     m_state.others.Clear();
     m_state.components.Clear();
     m_state.layers.Clear();
     m_state.sFolder.Empty();
+    m_state.lock.Close();
     std::string_view block;
     bool bMore = m_source.NextBlock(block);
     if (m_source.Error() != 0) return CannotRead();
     try {
-      m_state.sFolder = makeFolder();
+      m_state.sFolder = folder();
     } catch (const CFileException& e) {
-      return CannotWrite(e.what());
+      return CannotWrite(WhyNot("cannot make the data folder ", CString(e.m_strFileName), -e.m_lOsError));
     }
-    m_state.lock = OpenedFile(TheFileSystem().LockFolder(m_state.sFolder));
+    FileSystem& files = TheFileSystem();
+    if (const int nError = MakeFolders(m_state.sFolder.GetString()); nError != 0) {
+      return CannotWrite(WhyNot("cannot make the working folder ", m_state.sFolder, nError));
+    }
+    m_state.lock = OpenedFile(files.LockFolder(m_state.sFolder));
     if (m_state.lock.Get() == -EWOULDBLOCK) {
       return CannotWrite("another load uses the working folder " + m_state.sFolder);
     }
     if (!m_state.lock.IsOpen()) {
+      // Nothing is lost with it while it is empty.
+      files.RemoveFolder(m_state.sFolder);
       return CannotWrite(WhyNot("cannot use the working folder ", m_state.sFolder, m_state.lock.Get()));
     }
     if (m_bWithOthers && !Create(m_others, "others.txt", 0)) return false;
@@ -229,7 +245,7 @@ class Splitter {
 
   // Where a line goes; the depth is that behind it.
   bool Handle(const Line& line, const char* textEnd) {
-    if (m_nHostLine != std::numeric_limits<int>::max()) ++m_nHostLine;
+    ++m_nHostLine;
     const char* p = line.begin;
     while (p != line.end && IsWhiteSpace(*p)) ++p;
     const std::string_view trimmed(p, static_cast<std::size_t>(line.end - p));
@@ -301,31 +317,12 @@ class Splitter {
   const bool m_bWithOthers;
   LineReader m_source;
   std::int64_t m_nDepth = 0;
-  int m_nHostLine = 0;
+  std::int64_t m_nHostLine = 0;
 };
-
-CString MakeFolder(const CString& sFolder) {
-  if (!BKUtility::GetInstance()->MakeDirectory(sFolder)) {
-    AfxThrowFileException(CFileException::badPath, 0, ("cannot make the working folder " + sFolder).GetString());
-  }
-  return sFolder;
-}
 
 CString FolderInDataPath(const CString& sName) {
   BKUtility& utility = *BKUtility::GetInstance();
   return utility.BKPathCombine(utility.GetDataPath(), "Data\\" + sName, __FILE__, __LINE__);
-}
-
-// The standard library's own failure to get memory becomes the platform's.
-template <class Split>
-bool WithPlatformFailures(Split split) {
-  try {
-    return split();
-  } catch (const CException&) {
-    throw;
-  } catch (const std::bad_alloc&) {
-    AfxThrowMemoryException();
-  }
 }
 
 }  // namespace
@@ -351,11 +348,13 @@ int BraceCount(std::string_view sLine, int& bInQuote) {
 
 int PieceLines::HostLine(int nPiece, int nLine) const {
   const auto behind =
-      std::upper_bound(m_runs.begin(), m_runs.end(), std::pair(nPiece, nLine),
+      std::upper_bound(m_runs.begin(), m_runs.end(), std::pair(nPiece, std::int64_t{nLine}),
                        [](const auto& place, const Run& run) { return place < std::pair(run.nPiece, run.nLine); });
   if (behind == m_runs.begin()) return 0;
   const Run& run = *(behind - 1);
-  return run.nPiece == nPiece ? run.nHostLine + (nLine - run.nLine) : 0;
+  if (run.nPiece != nPiece) return 0;
+  return static_cast<int>(
+      std::min<std::int64_t>(run.nHostLine + (nLine - run.nLine), std::numeric_limits<int>::max()));
 }
 
 CString BoardWorkingFolder(const CString& sPath) {
@@ -368,7 +367,7 @@ bool SplitBoardFile(const CString& sPath, SplitState& state) {
         "(components", false, "(component", 4, "component", &state.nComponentFileCount, CopiedLines(state.components)};
     Section layers{"(boardLayout", false, "(layer", 5, "layer", &state.nLayerFileCount, CopiedLines(state.layers)};
     Splitter splitter(sPath, state, std::move(components), std::move(layers), true);
-    return splitter.Run([&] { return MakeFolder(BoardWorkingFolder(sPath)); });
+    return splitter.Run([&] { return BoardWorkingFolder(sPath); });
   });
 }
 
@@ -377,10 +376,7 @@ bool SplitFootprintFile(const CString& sPath, SplitState& state) {
     Section padstacks{"(padstacks", false, "(padstack", 4, "PadStack", nullptr, CopiedLines(state.components)};
     Section footprints{"(footprints", true, "(footprint", 4, "Footprint", nullptr, CopiedLines(state.layers)};
     Splitter splitter(sPath, state, std::move(padstacks), std::move(footprints), false);
-    return splitter.Run([&] {
-      const CString sFolder = FolderInDataPath("Tmp");
-      return BKUtility::GetInstance()->DoesFileOrDirExist(sFolder, __FILE__, __LINE__) ? sFolder : MakeFolder(sFolder);
-    });
+    return splitter.Run([] { return FolderInDataPath("Tmp"); });
   });
 }
 

@@ -19,7 +19,7 @@ class PieceLines {
  public:
   /// From line `nLine` of the piece on, lines follow one another as from line `nHostLine` on in the host's file. Calls
   /// come in the order of pieces and lines.
-  void Add(int nPiece, int nLine, int nHostLine) { m_runs.push_back({nPiece, nLine, nHostLine}); }
+  void Add(int nPiece, std::int64_t nLine, std::int64_t nHostLine) { m_runs.push_back({nPiece, nLine, nHostLine}); }
   void Clear() { m_runs.clear(); }
   /// The line in the host's file; 0 when the piece is not known or `nLine` is no line.
   int HostLine(int nPiece, int nLine) const;
@@ -27,8 +27,8 @@ class PieceLines {
  private:
   struct Run {
     int nPiece;
-    int nLine;
-    int nHostLine;
+    std::int64_t nLine;
+    std::int64_t nHostLine;
   };
   std::vector<Run> m_runs;
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
-#include <new>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -20,12 +19,20 @@ using laminate::Diagnostic;
 using laminate::LineReader;
 using laminate::LoadStatus;
 using laminate::TreeBuilder;
+using laminate::WithPlatformFailures;
 
 namespace {
 
 using Opened = TreeBuilder::Opened;
 
 bool IsComment(std::string_view sLine) { return sLine.starts_with("//"); }
+
+// The left trim of all but the whole-file parse: blanks, and then tabs.
+std::string_view TrimLeft(std::string_view s) {
+  s.remove_prefix(std::min(s.find_first_not_of(' '), s.size()));
+  s.remove_prefix(std::min(s.find_first_not_of('\t'), s.size()));
+  return s;
+}
 
 // Lines are counted in 32 bits; a text of more lines stays at the last number.
 void CountLine(int& nLine) {
@@ -80,6 +87,11 @@ void CannotRead(CECadCls& reader, int nError) {
   if (reader.m_pDiagnostics != nullptr) {
     reader.m_pDiagnostics->Add(Diagnostic::Severity::error, reader.m_sFileName, 0, 0, reader.m_status.m_sText);
   }
+}
+
+// Hosts may set the array of roots to null: a parse that adds to it then raises before it reads.
+void RequireRoots(const CECadCls& reader) {
+  if (reader.m_pRootArray == nullptr) AfxThrowInvalidArgException();
 }
 
 // What begins each parse.
@@ -266,7 +278,7 @@ class WholeFile {
     m_bInString = false;
   }
 
-  // Whether the byte, which has no high bit, is the second one of a double-byte character, whose first one has its high
+  // Whether the byte, a backslash or an embedded quote and so without a high bit, is the second one of a double-byte character, whose first one has its high
   // bit set. A stretch of such bytes begins with a first one, so counting back tells.
   bool EndsDoubleByte(const char* p) const {
     const char* high = p;
@@ -368,12 +380,6 @@ class OneForm {
     return false;
   }
 
-  static std::string_view TrimLeft(std::string_view s) {
-    s.remove_prefix(std::min(s.find_first_not_of(' '), s.size()));
-    s.remove_prefix(std::min(s.find_first_not_of('\t'), s.size()));
-    return s;
-  }
-
   Opened Line() {
     if (m_bInString) {
       m_token += '\n';
@@ -464,18 +470,6 @@ class OneForm {
   int m_nStringColumn = 0;
 };
 
-// The standard library's own failure to get memory becomes the platform's.
-template <class Operation>
-auto WithPlatformFailures(Operation operation) {
-  try {
-    return operation();
-  } catch (const CException&) {
-    throw;
-  } catch (const std::bad_alloc&) {
-    AfxThrowMemoryException();
-  }
-}
-
 }  // namespace
 
 CECadCls::CECadCls() : m_pRootArray(new CECadClsLvlArray) {}
@@ -544,6 +538,7 @@ CECadClsLvl* ParseFormAt(CECadCls& reader, ULONGLONG nOffset) {
 
 int CECadCls::nParseFile(int bQuoteEndsAtLineEnd) {
   return WithPlatformFailures([&] {
+    RequireRoots(*this);
     Restart(*this);
     return m_pDiagnostics != nullptr ? ParseFile<true>(*this, bQuoteEndsAtLineEnd != 0)
                                      : ParseFile<false>(*this, bQuoteEndsAtLineEnd != 0);
@@ -552,6 +547,7 @@ int CECadCls::nParseFile(int bQuoteEndsAtLineEnd) {
 
 int CECadCls::nParseNamedForm(CString sName) {
   return WithPlatformFailures([&] {
+    RequireRoots(*this);
     Restart(*this);
     const CString sPattern = "(" + sName;
     return m_pDiagnostics != nullptr ? ParseNamedForm<true>(*this, sPattern.View())
@@ -579,9 +575,7 @@ void CECadCls::vCollectFormOffsets(CString sKeyword, CStringArray& arrNames) {
     while (lines.Next(line)) {
       CountLine(m_nLineNo);
       if (IsComment(line)) continue;
-      std::string_view s = line;
-      s.remove_prefix(std::min(s.find_first_not_of(' '), s.size()));
-      s.remove_prefix(std::min(s.find_first_not_of('\t'), s.size()));
+      const std::string_view s = TrimLeft(line);
       const std::size_t nBlank = s.find(' ');
       if (nBlank == s.npos || s.substr(0, nBlank) != sPattern.View()) continue;
       const auto it = wanted.find(s.substr(nBlank + 1));

@@ -12,7 +12,7 @@ void ForEachNode(const CECadClsLvlArray& nodes, Delete deleteNode) {
   const INT_PTR nCount = nodes.GetSize();
   for (INT_PTR i = 0; i < nCount; ++i) {
     // While one node goes, a later one comes into the cache.
-    if (i + 2 < nCount) {
+    if (i + 2 < nCount && data[i + 2] != nullptr) {
       __builtin_prefetch(data[i + 2]);
       __builtin_prefetch(reinterpret_cast<const char*>(data[i + 2]) + 64);
     }

@@ -1,8 +1,8 @@
 #include "reader/LineReader.h"
 
+#include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <limits>
 #include <new>
 #include <utility>
 
@@ -20,11 +20,14 @@ LineReader::LineReader(const char* szPath, std::uint64_t nOffset) : m_nBufferOff
   m_file = OpenedFile(files.OpenForReading(szPath));
   if (!m_file.IsOpen()) {
     m_nError = m_file.Get();
-  } else if (nOffset > static_cast<std::uint64_t>(std::numeric_limits<std::int64_t>::max())) {
-    m_file.Close();
   } else if (nOffset != 0) {
     const std::int64_t nAt = files.Seek(m_file.Get(), static_cast<std::int64_t>(nOffset), SEEK_SET);
-    if (nAt < 0) m_nError = static_cast<int>(nAt);
+    // An offset that no file can have is behind the end of this one.
+    if (nAt == -EINVAL) {
+      m_file.Close();
+    } else if (nAt < 0) {
+      m_nError = static_cast<int>(nAt);
+    }
   }
   if (m_nError != 0) m_file.Close();
 }

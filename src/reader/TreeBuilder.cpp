@@ -19,9 +19,12 @@ TreeBuilder::~TreeBuilder() {
 
 void TreeBuilder::KeepTokens(std::string_view text) {
   const std::less_equal<const char*> notBehind;
-  for (std::string_view& s : m_tokens) {
+  for (; m_nKeptTokens < m_tokens.size(); ++m_nKeptTokens) {
+    std::string_view& s = m_tokens[m_nKeptTokens];
     if (notBehind(text.data(), s.data()) && notBehind(s.data(), text.data() + text.size())) s = m_kept.emplace_back(s);
   }
+  // What is kept by now may belong to any open form: it goes with the outermost one.
+  for (OpenForm& form : m_open) form.nFirstKept = m_kept.size();
 }
 
 TreeBuilder::Place TreeBuilder::Innermost() const {
@@ -69,6 +72,8 @@ void TreeBuilder::CloseForm() {
   if (m_children.size() == m_children.capacity()) m_children.reserve(2 * m_children.size() + 16);
   CECadClsLvl* const node = MakeNode(form);
   m_tokens.resize(form.nFirstToken);
+  m_nKeptTokens = std::min(m_nKeptTokens, form.nFirstToken);
+  if (m_kept.size() > form.nFirstKept) m_kept.resize(form.nFirstKept);
   m_children.resize(form.nFirstChild);
   m_children.push_back(node);
   if (--m_nLevel != 0) return;

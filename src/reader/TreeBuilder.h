@@ -54,7 +54,7 @@ class TreeBuilder {
     if (m_nLevel < 0 || m_nLevel >= kDeepestLevel) [[unlikely]] {
       return m_nLevel++ < 0 ? Opened::belowZero : Opened::tooDeep;
     }
-    m_open[static_cast<std::size_t>(m_nLevel++)] = {m_tokens.size(), m_children.size(), nInLine, nLine};
+    m_open[static_cast<std::size_t>(m_nLevel++)] = {m_tokens.size(), m_children.size(), m_kept.size(), nInLine, nLine};
     return Opened::ok;
   }
   /// A closing bracket; true when a top-level form is complete by it.
@@ -82,6 +82,7 @@ class TreeBuilder {
   struct OpenForm {
     std::size_t nFirstToken;
     std::size_t nFirstChild;
+    std::size_t nFirstKept;
     std::size_t nInLine;
     int nLine;
   };
@@ -96,6 +97,7 @@ class TreeBuilder {
   std::vector<std::string_view> m_tokens;      // of all open forms
   std::vector<CECadClsLvl*> m_children;        // of all open forms; owned
   std::deque<std::string> m_kept;              // tokens that would not last
+  std::size_t m_nKeptTokens = 0;               // so many of the first tokens are known to last
   std::unique_ptr<CECadClsLvl> m_pLast;
 };
 

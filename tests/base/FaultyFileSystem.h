@@ -31,7 +31,9 @@ class FaultyFileSystem : public FileSystem {
   /// Reads and writes no more than so many bytes at a time, as pipes and full disks do.
   void LimitTransfers(std::size_t nBytes) { m_nLimit = nBytes; }
   int Count() const { return static_cast<int>(m_operations.size()); }
-  bool HasFailed() const { return m_bFailed; }
+  bool HasFailed() const { return m_nFailed != 0; }
+  /// The number of the operation that failed first, from 1; 0 when none has.
+  std::size_t FirstFailed() const { return m_nFailed; }
   const std::vector<std::string>& Operations() const { return m_operations; }
 
   Handle OpenForReading(const char* szPath) override {
@@ -71,6 +73,9 @@ class FaultyFileSystem : public FileSystem {
   int MakeFolder(const char* szPath, unsigned nMode) override {
     return Fails("MakeFolder") ? -m_nError : FileSystem::MakeFolder(szPath, nMode);
   }
+  int RemoveFolder(const char* szPath) override {
+    return Fails("RemoveFolder") ? -m_nError : FileSystem::RemoveFolder(szPath);
+  }
   int DeleteTree(const char* szPath) override {
     return Fails("DeleteTree") ? -m_nError : FileSystem::DeleteTree(szPath);
   }
@@ -105,7 +110,7 @@ class FaultyFileSystem : public FileSystem {
     m_operations.emplace_back(szOperation);
     if (m_nFirst == 0) return false;
     const bool bFails = Count() == m_nFirst || (m_duration == Duration::forever && Count() > m_nFirst);
-    m_bFailed = m_bFailed || bFails;
+    if (bFails && m_nFailed == 0) m_nFailed = m_operations.size();
     return bFails;
   }
   std::size_t Limited(std::size_t nBytes) const { return m_nLimit == 0 || nBytes < m_nLimit ? nBytes : m_nLimit; }
@@ -113,7 +118,7 @@ class FaultyFileSystem : public FileSystem {
   int m_nFirst = 0;
   int m_nError = EIO;
   Duration m_duration = Duration::once;
-  bool m_bFailed = false;
+  std::size_t m_nFailed = 0;
   std::size_t m_nLimit = 0;
   std::string m_sOnly;
   std::vector<std::string> m_operations;

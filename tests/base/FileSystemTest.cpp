@@ -279,6 +279,19 @@ TEST_F(FileSystemTest, DeletesTrees) {
   EXPECT_TRUE(IsThere(m_folder.Path()));
 }
 
+TEST_F(FileSystemTest, MakesAndRemovesFoldersAndTellsWhyNot) {
+  const std::string folder = m_folder / "a";
+  EXPECT_EQ(laminate::MakeFolders(folder + "/b/c"), 0);
+  EXPECT_EQ(laminate::MakeFolders(folder + "/b/c"), 0) << "one that exists";
+  EXPECT_EQ(m_files.RemoveFolder((folder + "/b").c_str()), -ENOTEMPTY);
+  EXPECT_EQ(m_files.RemoveFolder((folder + "/b/c").c_str()), 0);
+  EXPECT_EQ(m_files.RemoveFolder((folder + "/b/c").c_str()), -ENOENT);
+  EXPECT_EQ(laminate::MakeFolders(m_folder.Write("f", "")), -ENOTDIR);
+  EXPECT_EQ(laminate::MakeFolders(m_folder / "f/x"), -ENOTDIR);
+  EXPECT_EQ(laminate::MakeFolders(""), -ENOENT);
+  EXPECT_EQ(laminate::MakeFolders("/proc/no/folder"), -ENOENT);
+}
+
 TEST_F(FileSystemTest, FollowsNoLinkWhenItDeletes) {
   const std::string outside = m_folder / "outside";
   std::filesystem::create_directories(outside + "/sub");

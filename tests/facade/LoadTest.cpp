@@ -1,5 +1,7 @@
 // How loads and splits of a root end: positions, log, working folder, status.
 
+#include "base/AllocationFault.h"
+#include "base/FaultyFileSystem.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
 #include "board/CBDnet.h"
@@ -111,9 +113,16 @@ TEST_F(Load, StopsAtABracketTooMany) {
 }
 
 TEST_F(Load, StopsAtAFormLeftOpen) {
-  const CString sPath = Board("(pcf\n(boardContainer\n(nets\n(net A\n)\n)\n");
+  const CString sPath = Board("(pcf\n(boardContainer\n(nets\n(net A\n)\n)\n" + std::string(kComponents));
   root.vParsePCF(sPath);
   EXPECT_EQ(events, Events{"pcf 40"});
+  const std::string sOthers = folder.WorkingFolder(sPath) + "/others.txt";
+  EXPECT_EQ(log.Text(), "separate PCF file into several file.\nParsing - " + sOthers + "\n" + sOthers +
+                            " file is not in regular format.\n");
+  EXPECT_EQ(root.m_nComponentFileCount, 2);
+  EXPECT_TRUE(Contents().m_pComponentArray->IsEmpty());
+  EXPECT_TRUE(Contents().m_pNetArray->IsEmpty());
+  EXPECT_TRUE(fs::exists(sOthers));
   ExpectStatus(Result::notWellFormed, sPath, 2, "boardContainer");
 }
 
@@ -127,8 +136,7 @@ TEST_F(Load, TellsOfADepthByBoxAndStatus) {
   ExpectStatus(Result::notWellFormed, sPath, 3, "deep");
 }
 
-TEST_F(Load, RunsOnOverABadPieceAndKeepsTheFirstFault) {
-  // A string left open keeps the brackets of the second component from closing for the reader but not for the splitter.
+TEST_F(Load, RunsOnOverABadPiece) {
   const std::string sDeep = std::string(20, '(') + std::string(20, ')');
   const CString sPath = Board(BoardText("(components\n(component (reference R1)\n)\n(component (reference R2)\n" +
                                         sDeep + "\n)\n(component (reference R3)\n)\n)\n"));
@@ -161,27 +169,42 @@ TEST_F(Load, TellsTheLineOfAMissingValueInEachKindOfPiece) {
     const char* name;
     std::string text;
     int line;
+    // What stands in the root then, and how far the load came.
+    INT_PTR nets;
+    INT_PTR components;
+    INT_PTR shapes;
+    Events events;
   };
-  const Row rows[] = {
-      {"others", BoardText("(nets\n(net A\n(pen)\n)\n)\n"), 9},
-      {"component", BoardText("(components\n(component (reference R1)\n)\n(component (reference R2)\n(angle)\n)\n)\n"),
-       11},
-      {"layer", BoardText("(boardLayout\n(layout\n(layer (conductive 1)\n)\n(layer (conductive)\n(line)\n)\n)\n)\n"),
-       11}};
+  const std::string nets = "(nets\n(net A\n)\n(net B\n(pen)\n)\n)\n";
+  const std::string components =
+      "(components\n(component (reference R1)\n)\n(component (reference R2)\n(angle)\n)\n)\n";
+  const std::string layers =
+      "(boardLayout\n(layout\n(layer (conductive 1)\n"
+      "(line (geometry (line (vertex (pt 0 0) (pt 100000 0)))))\n)\n(layer (conductive)\n(line)\n)\n)\n)\n";
+  const Row rows[] = {{"others.txt", BoardText(nets), 11, 1, 0, 0, {"pcf 40"}},
+                      {"component2.txt", BoardText(components), 11, 0, 1, 0, {"pcf 40"}},
+                      {"layer2.txt", BoardText(kComponents + layers), 20, 0, 2, 1, {"pcf 40", "pcf 60"}}};
   for (const Row& row : rows) {
+    MemoryLog itsLog;
     CBDesigner fresh;
+    fresh.m_pLogFile = itsLog.Stream();
+    fresh.vSetPCFProgressPtr(&control);
+    events.clear();
     const CString sPath = Board(row.text);
-    try {
-      fresh.vParsePCF(sPath);
-      ADD_FAILURE() << row.name;
-    } catch (const CInvalidArgException&) {
-    }
+    EXPECT_THROW(fresh.vParsePCF(sPath), CInvalidArgException) << row.name;
     const laminate::LoadStatus& status = fresh.GetLoadStatus();
     EXPECT_EQ(status.m_result, Result::invalidContent) << row.name;
     EXPECT_EQ(status.m_sFile, sPath);
     EXPECT_EQ(status.m_nLine, row.line) << row.name << ": " << status.m_sText;
-    // The folder stays for the host to look at.
-    EXPECT_TRUE(fs::exists(folder.WorkingFolder(sPath))) << row.name;
+    // What was read before stays, and the folder does for the host to look at.
+    const CBDboardContainer& board = *fresh.m_pBoardContainer;
+    EXPECT_EQ(board.m_pNetArray->GetSize(), row.nets) << row.name;
+    EXPECT_EQ(board.m_pComponentArray->GetSize(), row.components) << row.name;
+    EXPECT_EQ(board.m_pDrawObjArray->GetSize(), row.shapes) << row.name;
+    EXPECT_EQ(events, row.events) << row.name;
+    const std::string sPieces = folder.WorkingFolder(sPath);
+    EXPECT_TRUE(itsLog.Text().ends_with("Parsing - " + sPieces + "/" + row.name + "\n")) << itsLog.Text();
+    EXPECT_TRUE(fs::exists(sPieces)) << row.name;
   }
 }
 
@@ -372,6 +395,55 @@ TEST_F(Load, OfBothFilesKeepsTheFaultOfOneThatRaises) {
   EXPECT_EQ(facade.GetLoadStatus().m_result, Result::invalidContent);
   EXPECT_EQ(facade.GetLoadStatus().m_nLine, 4);
   EXPECT_TRUE(facade.pGetBDesigner()->m_pBoardContainer->m_pNetArray->IsEmpty());
+}
+
+TEST_F(Load, OfBothFilesToldWhateverFails) {
+  const CString sLibrary = folder.Write("l.ftf", kLibrary);
+  const CString sBoard = Board(BoardText(std::string(kComponents) + kNets + kLayout));
+  bool bWhole = false;
+  bool bTold = false;
+  const auto load = [&] {
+    bWhole = bTold = false;
+    CPC_BD_Cls_Get facade;
+    facade.vSetFtfFilePath(sLibrary);
+    facade.vSetPcfFilePath(sBoard);
+    facade.vParseFtfAndPcf(0);
+    bTold = !facade.GetLoadStatus().IsOk();
+    const CBDesigner& loaded = *facade.pGetBDesigner();
+    const CBDboardContainer& board = *loaded.m_pBoardContainer;
+    bWhole = loaded.m_pFootprintContainer->m_pFootprintArray->GetSize() == 2 && board.m_pNetArray->GetSize() == 2 &&
+             board.m_pComponentArray->GetSize() == 2 && board.m_pDrawObjArray->GetSize() == 1;
+  };
+  const int nOperations = laminate::test::ForEachFailingFileOperation(EIO, [&](laminate::test::FaultyFileSystem&) {
+    fs::remove_all(folder.DataPath());
+    load();
+    EXPECT_NE(bWhole, bTold);
+  });
+  EXPECT_GT(nOperations, 80);
+  bool bRaised = false;
+  const int nAllocations = laminate::test::ForEachFailingAllocation(
+      [&] {
+        bRaised = true;
+        load();
+        bRaised = false;
+      },
+      [&] { EXPECT_TRUE(bRaised || bWhole || bTold); });
+  EXPECT_GT(nAllocations, 50);
+  load();
+  EXPECT_TRUE(bWhole);
+  EXPECT_FALSE(bTold) << "nothing stays locked";
+}
+
+TEST_F(Load, OfBothFilesTellsOfAFolderThatStays) {
+  laminate::test::FaultyFileSystem files(1, EACCES, laminate::test::FaultyFileSystem::Duration::once);
+  files.Only("DeleteTree");
+  const laminate::FileSystemScope scope(files);
+  CPC_BD_Cls_Get facade;
+  facade.vSetFtfFilePath(folder.Write("l.ftf", kLibrary));
+  facade.vSetPcfFilePath(Board(BoardText(kNets)));
+  facade.vParseFtfAndPcf(0);
+  EXPECT_TRUE(facade.GetLoadStatus().IsOk());
+  EXPECT_EQ(facade.GetLoadStatus().m_sText.Find("cannot remove the working folder "), 0);
 }
 
 // ---- splits by themselves ----

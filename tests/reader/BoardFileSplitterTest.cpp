@@ -3,6 +3,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 
 #include "base/BKUtility.h"
@@ -15,10 +16,12 @@ namespace {
 
 using laminate::LoadStatus;
 using laminate::SplitState;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Key;
 using testing::Pair;
+using testing::SizeIs;
 using testing::UnorderedElementsAre;
 
 struct CountCase {
@@ -101,6 +104,8 @@ class Splits : public testing::Test {
     EXPECT_EQ(laminate::SplitFootprintFile("/lib.ftf", state), bOk);
     return state;
   }
+  // The lines of a board around those of its components section.
+  SplitState Components(const std::string& lines) { return Board("(pcf\n(b\n(components\n" + lines + ")\n)\n)\n"); }
   // The files of a folder, by name.
   std::map<std::string, std::string> In(const CString& sFolder) {
     std::map<std::string, std::string> found;
@@ -182,6 +187,15 @@ TEST_F(Splits, LineEndsBecomeLineFeeds) {
   EXPECT_EQ(In(Board(text).sFolder), expected) << "without the last one";
 }
 
+TEST_F(Splits, OtherBytesStayAsTheyAre) {
+  using namespace std::string_literals;
+  // A text that ends in a CR gets another one, or its own would be taken for a part of the line's end.
+  const std::string lines = "(component (x)\n(v a\rb \x1A \"c\0d\")\n(w e\r\r\n)\r\n(last\r"s;
+  const std::string copied = "(component (x)\n(v a\rb \x1A \"c\0d\")\n(w e\r\r\n)\n(last\r\r\n"s;
+  EXPECT_THAT(In(Board("(pcf\n(b\n(components\n" + lines).sFolder), Contains(Pair("component1.txt", copied)));
+  EXPECT_THAT(In(Board(lines).sFolder), Contains(Pair("others.txt", copied)));
+}
+
 TEST_F(Splits, AnEmptyFile) {
   EXPECT_THAT(In(Board("").sFolder), ElementsAre(Pair("others.txt", "")));
   EXPECT_EQ(m_nComponents, 7) << "a count stands where its section is missing";
@@ -204,6 +218,27 @@ TEST_F(Splits, WhatIsLost) {
                           Pair("layer1.txt", "(layer (y)\n(line z)\n)\n"), Pair("others.txt", "(pcf\n(b\n)\n)\n")));
 }
 
+TEST_F(Splits, ASectionOnOneLineStandsADepthTooHigh) {
+  // The line closes itself, so the section lasts until the form around it ends.
+  const SplitState state = Board("(pcf\n(b\n(components)\n(nets\n)\n)\n)\n");
+  EXPECT_THAT(In(state.sFolder), ElementsAre(Pair("others.txt", "(pcf\n(b\n)\n")));
+  EXPECT_EQ(m_nComponents, 0);
+}
+
+TEST_F(Splits, OpeningLinesAreToldByTheirBeginnings) {
+  const SplitState state =
+      Board("(pcf\n(b\n(componentsX\n(componentGroup\n)\n)\n(boardLayoutX\n(layout\n(layerX\n)\n)\n)\n)\n)\n");
+  EXPECT_THAT(In(state.sFolder),
+              ElementsAre(Pair("component1.txt", "(componentGroup\n)\n"), Pair("layer1.txt", "(layerX\n)\n"),
+                          Pair("others.txt", "(pcf\n(b\n)\n)\n")));
+}
+
+TEST_F(Splits, AStringOverLinesInAPiece) {
+  const std::string piece = "(component (x)\n(v \"a\n) ( (\n(component (y)\nb\")\n)\n";
+  EXPECT_THAT(In(Components(piece).sFolder), Contains(Pair("component1.txt", piece)));
+  EXPECT_EQ(m_nComponents, 1);
+}
+
 TEST_F(Splits, ACommentsBracketsCount) {
   const SplitState state = Board("(pcf\n// (\n(components\n(component (x)\n)\n)\n)\n");
   EXPECT_THAT(In(state.sFolder),
@@ -220,9 +255,17 @@ TEST_F(Splits, IndentedLinesAreCopiedAsTheyStand) {
 TEST_F(Splits, AStringLeftOpenGoesOnInTheNextSplit) {
   Board("(a \"b");
   EXPECT_EQ(m_bInQuote, 1);
-  EXPECT_THAT(In(Board(kBoard).sFolder), testing::Contains(Pair("others.txt", testing::HasSubstr("(header"))));
+  EXPECT_THAT(In(Board(kBoard).sFolder), Contains(Pair("others.txt", testing::HasSubstr("(header"))));
   EXPECT_EQ(m_bInQuote, 1);
   EXPECT_EQ(m_nComponents, 7) << "no bracket counts, so no section ends";
+}
+
+TEST_F(Splits, AStringGoesOnFromAnyOperationToTheNext) {
+  laminate::BraceCount("\"", m_bInQuote);
+  EXPECT_THAT(In(Footprints("(ftf\n(c\n(padstacks\n(padstack (a)\n)\n)\n)\n)\n").sFolder), IsEmpty());
+  EXPECT_THAT(In(Board("(pcf\n(components\n)\n(boardLayout\n)\n)\n").sFolder),
+              ElementsAre(Pair("others.txt", "(pcf\n)\n)\n)\n")));
+  EXPECT_EQ(m_bInQuote, 1);
 }
 
 TEST_F(Splits, ASmallerSplitLeavesOldPieces) {
@@ -242,7 +285,7 @@ TEST_F(Splits, AWantedLineWhileAPieceIsOpen) {
 
 TEST_F(Splits, ADepthThatNeverReturns) {
   const SplitState state = Board("(pcf\n(b\n(components\n(component (x)\n(y\n");
-  EXPECT_THAT(In(state.sFolder), testing::Contains(Pair("component1.txt", "(component (x)\n(y\n")))
+  EXPECT_THAT(In(state.sFolder), Contains(Pair("component1.txt", "(component (x)\n(y\n")))
       << "the end of the file closes the piece";
   EXPECT_EQ(m_nComponents, 7);
 }
@@ -261,8 +304,28 @@ TEST_F(Splits, AFootprintFile) {
 }
 
 TEST_F(Splits, TheFootprintsLineHoldsThatWordAlone) {
-  const SplitState state = Footprints("(ftf\n(c\n(footprints x\n(footprint (b)\n)\n)\n)\n)\n");
-  EXPECT_THAT(In(state.sFolder), IsEmpty());
+  for (const std::string opening : {"(footprints x", "(footprints)", "(footprintsX"}) {
+    EXPECT_THAT(In(Footprints("(ftf\n(c\n" + opening + "\n(footprint (b)\n)\n)\n)\n)\n").sFolder), IsEmpty())
+        << opening;
+  }
+  EXPECT_THAT(In(Footprints("(ftf\n(c\n\t (footprints\v\f \n(footprint (b)\n)\n)\n)\n)\n").sFolder), SizeIs(1));
+  EXPECT_THAT(In(Footprints("(ftf\n(c\n(padstacksX\n(padstackX\n)\n)\n)\n)\n").sFolder),
+              Contains(Pair("PadStack1.txt", "(padstackX\n)\n")))
+      << "unlike the padstacks'";
+}
+
+TEST_F(Splits, ASmallerFootprintSplitLeavesOldPieces) {
+  Footprints("(ftf\n(c\n(padstacks\n(padstack a\n)\n(padstack b\n)\n)\n(footprints\n(footprint c\n)\n)\n)\n)\n");
+  const SplitState state = Footprints("(ftf\n(c\n(padstacks\n(padstack d\n)\n)\n)\n)\n");
+  EXPECT_THAT(In(state.sFolder),
+              ElementsAre(Pair("Footprint1.txt", "(footprint c\n)\n"), Pair("PadStack1.txt", "(padstack d\n)\n"),
+                          Pair("PadStack2.txt", "(padstack b\n)\n")));
+}
+
+TEST_F(Splits, OneStateServesOneSplitAfterAnother) {
+  SplitState state = Board(kBoard);
+  EXPECT_TRUE(laminate::SplitBoardFile("/board.pcf", state)) << m_status.m_sText.GetString();
+  EXPECT_EQ(m_files.OpenCount(), 1u) << "the lock";
 }
 
 // ---- against the plain transcription ----
@@ -321,6 +384,14 @@ TEST_F(SplitDifferential, RandomFiles) {
                                           "(footprints x",
                                           " \t",
                                           "//(",
+                                          "(components)",
+                                          "(boardLayout)",
+                                          "(padstacks)",
+                                          "(footprints)",
+                                          "(componentsX",
+                                          "(layerX",
+                                          std::string(1, '\0'),
+                                          "\x1A",
                                           "",
                                           "(a \"b\\\")",
                                           "\x95\\\")  ",
@@ -333,7 +404,7 @@ TEST_F(SplitDifferential, RandomFiles) {
     for (std::size_t n = random() % 40; n > 0; --n) {
       if (random() % 5 == 0) text += random() % 2 == 0 ? " " : "\t";
       text += lines[random() % lines.size()];
-      text += random() % 4 == 0 ? "\r\n" : "\n";
+      text += std::array{"\n", "\n", "\r\n", "\r\r\n", "\r"}[random() % 5];
     }
     if (random() % 3 == 0 && !text.empty()) text.pop_back();
     same = Same(text, false) && Same(text, true);
@@ -388,6 +459,19 @@ TEST_F(Splits, AFileInTheFoldersPlace) {
   Footprints("(ftf\n)\n", false);
   EXPECT_EQ(m_status.m_result, LoadStatus::Result::cannotWriteWorkingFolder);
   EXPECT_EQ(m_status.m_sFile, "/lib.ftf");
+  EXPECT_EQ(m_status.m_sText, "cannot make the working folder /data/Data/Tmp: the path is not valid (Not a directory)");
+}
+
+TEST_F(Splits, AFolderThatAnotherOneUses) {
+  for (const bool bFootprints : {false, true}) {
+    const SplitState first = bFootprints ? Footprints("(ftf\n)\n") : Board(kBoard);
+    const auto before = In(first.sFolder);
+    m_status = LoadStatus();
+    bFootprints ? Footprints("(x\n", false) : Board("(x\n", false);
+    EXPECT_EQ(m_status.m_result, LoadStatus::Result::cannotWriteWorkingFolder);
+    EXPECT_EQ(m_status.m_sText, "another load uses the working folder " + first.sFolder);
+    EXPECT_EQ(In(first.sFolder), before);
+  }
 }
 
 }  // namespace

@@ -44,7 +44,10 @@ class MemoryFileSystem : public laminate::FileSystem {
   std::int64_t SizeOf(Handle h) override { return static_cast<std::int64_t>(files[m_opened.at(h).path].size()); }
   int Close(Handle h) override { return m_opened.erase(h) == 1 ? 0 : -EBADF; }
   int Remove(const char* szPath) override { return files.erase(szPath) == 1 ? 0 : -ENOENT; }
-  int MakeFolder(const char* szPath, unsigned) override { return folders.insert(szPath).second ? 0 : -EEXIST; }
+  int MakeFolder(const char* szPath, unsigned) override {
+    return files.count(szPath) == 0 && folders.insert(szPath).second ? 0 : -EEXIST;
+  }
+  int RemoveFolder(const char* szPath) override { return folders.erase(szPath) == 1 ? 0 : -ENOENT; }
   int DeleteTree(const char* szPath) override {
     const std::string prefix = std::string(szPath) + "/";
     std::erase_if(files, [&](const auto& file) { return file.first.starts_with(prefix); });
@@ -53,7 +56,13 @@ class MemoryFileSystem : public laminate::FileSystem {
   }
   bool Exists(const char* szPath) override { return files.count(szPath) != 0 || FolderExists(szPath); }
   bool FolderExists(const char* szPath) override { return folders.count(szPath) != 0 || std::string(szPath) == "/"; }
-  Handle LockFolder(const char* szPath) override { return FolderExists(szPath) ? Open(szPath) : -ENOENT; }
+  Handle LockFolder(const char* szPath) override {
+    if (!FolderExists(szPath)) return -ENOENT;
+    for (const auto& [h, opened] : m_opened) {
+      if (opened.path == szPath) return -EWOULDBLOCK;
+    }
+    return Open(szPath);
+  }
 
   std::size_t OpenCount() const { return m_opened.size(); }
 

@@ -424,6 +424,11 @@ struct Split {
 
 namespace detail {
 
+// A line of a piece: a text that ends in a CR keeps it by another one, since CR LF ends a line.
+inline std::string AsLine(const std::string& line) {
+  return line + (!line.empty() && line.back() == '\r' ? "\r\n" : "\n");
+}
+
 struct Section {
   std::string pieceName;  // without number and ending
   std::string wanted;
@@ -442,7 +447,7 @@ struct Section {
       form = depth;
     }
     if (form > 0) {
-      split.files[open] += line + "\n";
+      split.files[open] += AsLine(line);
       split.lines[open].push_back(lineNo);
       if (depth == form - 1) form = 0;
     }
@@ -479,7 +484,7 @@ inline void SplitBoardFile(const std::string& text, Split& split) {
     } else if (layers.section > 0) {
       layers.Line(line, trimmed, depth, lineNo, split, &split.layers);
     } else {
-      split.files["others.txt"] += line + "\n";
+      split.files["others.txt"] += detail::AsLine(line);
       split.lines["others.txt"].push_back(lineNo);
     }
   }

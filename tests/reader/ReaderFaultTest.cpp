@@ -3,13 +3,15 @@
 
 #include <cerrno>
 #include <filesystem>
+#include <map>
 
 #include "base/AllocationFault.h"
 #include "base/BKUtility.h"
+#include "base/CException.h"
 #include "base/FaultyFileSystem.h"
 #include "base/TestFolder.h"
-#include "reader/BoardFileLoad.h"
 #include "reader/BoardFileSplitter.h"
+#include "reader/LoadTestSupport.h"
 #include "reader/ReaderTestSupport.h"
 
 namespace {
@@ -32,33 +34,41 @@ class Faults : public laminate::test::DescriptorTest {
   }
   ~Faults() override { BKUtility::GetInstance()->SetDataPath(""); }
 
-  struct Loaded {
-    LoadStatus status;
+  class Progress : public CProgressCtrl {};
+  struct Loaded : LoadRoot {
+    Loaded() {
+      nComponents = nLayers = 5;
+      pProgress = &progress;
+      others = [this](CECadCls*) { return ++nForms, 0; };
+      component = layer = [this](CECadClsLvl*) { ++nForms; };
+    }
+    Progress progress;
+    int nForms = 0;
+  };
+  // Counts are 0, no form came on, nothing was sent: as with a load that could not begin.
+  static void ExpectNothing(const Loaded& loaded, LoadStatus::Result result) {
+    EXPECT_EQ(loaded.status.m_result, result) << loaded.status.m_sText.GetString();
+    EXPECT_EQ(loaded.nForms, 0);
+    EXPECT_EQ(loaded.progress.GetPos(), 0);
+    EXPECT_EQ(loaded.nComponents, 0);
+    EXPECT_EQ(loaded.nLayers, 0);
+  }
+  // A split by itself.
+  struct Split {
+    Split(bool bFootprints, const CString& sPath) {
+      laminate::SplitState state{bInQuote, nComponents, nLayers, status};
+      bOk = bFootprints ? laminate::SplitFootprintFile(sPath, state) : laminate::SplitBoardFile(sPath, state);
+    }
+    int bInQuote = 0;
     int nComponents = 5;
     int nLayers = 5;
-    int nForms = 0;
-    int nLastPosition = 0;
+    LoadStatus status;
+    bool bOk = false;
   };
-  void Load(Loaded& loaded) {
-    class Progress : public CProgressCtrl {};
-    Progress progress;
-    int bInQuote = 0;
-    laminate::BoardFileLoad load{.sPath = m_sBoard,
-                                 .pProgress = &progress,
-                                 .bInQuote = bInQuote,
-                                 .nComponentFileCount = loaded.nComponents,
-                                 .nLayerFileCount = loaded.nLayers,
-                                 .status = loaded.status,
-                                 .others = [&](CECadCls*) { return ++loaded.nForms, 0; },
-                                 .component = [&](CECadClsLvl*) { ++loaded.nForms; },
-                                 .layer = [&](CECadClsLvl*) { ++loaded.nForms; }};
-    laminate::LoadBoardFile(load);
-    loaded.nLastPosition = progress.GetPos();
+  std::string WorkingFolder() const {
+    return (m_folder / "data/Data/") + BKUtility::GetInstance()->GetSegmntFromFilePath(m_sBoard, 2).GetString();
   }
-  bool FolderStands() const {
-    return std::filesystem::exists((m_folder / "data/Data/") +
-                                   BKUtility::GetInstance()->GetSegmntFromFilePath(m_sBoard, 2).GetString());
-  }
+  bool FolderStands() const { return std::filesystem::exists(WorkingFolder()); }
   std::string DataFolder() const { return m_folder / "data"; }
 
   laminate::test::TestFolder m_folder;
@@ -68,23 +78,22 @@ class Faults : public laminate::test::DescriptorTest {
 
 TEST_F(Faults, EachFileOperationOfALoad) {
   for (int nError : {EIO, ENOSPC, EACCES}) {
-    const int nFailures = laminate::test::ForEachFailingFileOperation(nError, [&](FaultyFileSystem& files) {
+    const int nFailures = laminate::test::ForEachFailingFileOperation(nError, [&](FaultyFileSystem&) {
       std::filesystem::remove_all(DataFolder());
       Loaded loaded;
-      Load(loaded);
-      const std::string last = files.HasFailed() ? files.Operations().back() : "";
+      loaded.Load(m_sBoard);
       if (loaded.status.IsOk()) {
         EXPECT_EQ(loaded.nForms, 4);
-        EXPECT_EQ(loaded.nLastPosition, 100);
+        EXPECT_EQ(loaded.progress.GetPos(), 100);
         EXPECT_EQ(loaded.nComponents, 2);
         // What is left behind is told.
         EXPECT_EQ(FolderStands(), !loaded.status.m_sText.IsEmpty());
       } else {
         EXPECT_EQ(loaded.status.m_sFile, m_sBoard);
         EXPECT_FALSE(loaded.status.m_sText.IsEmpty());
-        EXPECT_LT(loaded.nForms, 4 + (loaded.nLastPosition == 100 ? 1 : 0));
-        EXPECT_TRUE(loaded.nLastPosition == 0 || loaded.nLastPosition == 100);
-        if (loaded.nLastPosition == 0) {
+        EXPECT_LT(loaded.nForms, 4 + (loaded.progress.GetPos() == 100 ? 1 : 0));
+        EXPECT_TRUE(loaded.progress.GetPos() == 0 || loaded.progress.GetPos() == 100);
+        if (loaded.progress.GetPos() == 0) {
           EXPECT_EQ(loaded.nForms, 0);
           EXPECT_EQ(loaded.nComponents, 0);
           EXPECT_EQ(loaded.nLayers, 0);
@@ -94,30 +103,121 @@ TEST_F(Faults, EachFileOperationOfALoad) {
     EXPECT_GT(nFailures, 60);
   }
   Loaded after;
-  Load(after);
+  after.Load(m_sBoard);
   EXPECT_TRUE(after.status.IsOk());
   EXPECT_EQ(after.nForms, 4);
 }
 
 TEST_F(Faults, AFailedSplitTakesItsFolderAway) {
-  for (const char* szOperation : {"Write", "CreateNew", "Close"}) {
+  // Two components, a layer and "others.txt".
+  for (const std::string operation : {"Write", "CreateNew", "Close"}) {
+    int nTold = 0;
     for (int n = 1;; ++n) {
       FaultyFileSystem files(n, ENOSPC, FaultyFileSystem::Duration::once);
-      files.Only(szOperation);
+      files.Only(operation);
       const laminate::FileSystemScope scope(files);
       Loaded loaded;
-      Load(loaded);
-      if (!files.HasFailed()) {
-        EXPECT_GE(n, 5);
-        break;
-      }
-      EXPECT_FALSE(FolderStands()) << szOperation << n;
+      loaded.Load(m_sBoard);
+      if (!files.HasFailed()) break;
+      EXPECT_FALSE(FolderStands()) << operation << n;
       if (loaded.status.IsOk()) continue;  // the close of a file that was read
-      EXPECT_EQ(loaded.status.m_result, LoadStatus::Result::cannotWriteWorkingFolder) << szOperation << n;
+      ++nTold;
+      ExpectNothing(loaded, LoadStatus::Result::cannotWriteWorkingFolder);
       EXPECT_NE(loaded.status.m_sText.Find("the disk is full"), -1) << loaded.status.m_sText.GetString();
-      EXPECT_EQ(loaded.nForms, 0);
     }
+    EXPECT_EQ(nTold, 4) << operation;
   }
+}
+
+TEST_F(Faults, AFolderThatCannotBeLockedOrMadeIsNotLeftBehind) {
+  struct Row {
+    const char* operation;
+    int error;
+    const char* text;
+  };
+  for (const Row& row : {Row{"LockFolder", EMFILE, "cannot use the working folder "},
+                         Row{"MakeFolder", EROFS, "cannot make the working folder "},
+                         Row{"LockFolder", EWOULDBLOCK, "another load uses the working folder "}}) {
+    FaultyFileSystem files(1, row.error, FaultyFileSystem::Duration::forever);
+    files.Only(row.operation);
+    const laminate::FileSystemScope scope(files);
+    Loaded loaded;
+    loaded.Load(m_sBoard);
+    ExpectNothing(loaded, LoadStatus::Result::cannotWriteWorkingFolder);
+    EXPECT_EQ(loaded.status.m_sText.Find(row.text), 0) << loaded.status.m_sText.GetString();
+    EXPECT_EQ(FolderStands(), row.error == EWOULDBLOCK) << "another load's folder is left alone";
+  }
+  std::filesystem::remove_all(DataFolder());
+  m_folder.Write("data", "");
+  Loaded loaded;
+  loaded.Load(m_sBoard);
+  EXPECT_EQ(loaded.status.m_sText.Find("cannot make the data folder "), 0) << loaded.status.m_sText.GetString();
+  EXPECT_NE(loaded.status.m_sText.Find("(Not a directory)"), -1) << loaded.status.m_sText.GetString();
+}
+
+TEST_F(Faults, WhatStandsInAPiecesPlace) {
+  std::filesystem::create_directories(WorkingFolder() + "/component1.txt");
+  const Split board(false, m_sBoard);
+  EXPECT_EQ(board.status.m_result, LoadStatus::Result::cannotWriteWorkingFolder);
+  EXPECT_EQ(board.status.m_sText.Find("cannot create " + CString(WorkingFolder()) + "/component1.txt"), 0)
+      << board.status.m_sText.GetString();
+  const std::string target = m_folder.Write("target", "precious");
+  std::filesystem::create_directories(DataFolder() + "/Data/Tmp");
+  std::filesystem::create_symlink(target, DataFolder() + "/Data/Tmp/PadStack1.txt");
+  const Split footprints(true, m_sFootprints);
+  EXPECT_TRUE(footprints.bOk);
+  EXPECT_EQ(laminate::test::ReadFile(target), "precious") << "a link is replaced";
+  EXPECT_EQ(laminate::test::ReadFile(DataFolder() + "/Data/Tmp/PadStack1.txt"), "(padstack (a)\n)\n");
+}
+
+TEST_F(Faults, AReadErrorBehindTheFirstBlock) {
+  std::string text = kBoard;
+  text.insert(text.find("(b\n"), std::string(300000, '\n'));
+  m_folder.Write("board.pcf", text);
+  m_folder.Write("lib.ftf", text);
+  const std::string log = m_folder / "log";
+  for (int n : {1, 2}) {
+    FaultyFileSystem files(n, EIO, FaultyFileSystem::Duration::once);
+    files.Only("Read");
+    Loaded loaded;
+    loaded.pLogFile = std::fopen(log.c_str(), "w");
+    {
+      const laminate::FileSystemScope scope(files);
+      loaded.Load(m_sBoard);
+    }
+    std::fclose(loaded.pLogFile);
+    ExpectNothing(loaded, LoadStatus::Result::cannotOpen);
+    EXPECT_EQ(loaded.status.m_sFile, m_sBoard);
+    EXPECT_FALSE(FolderStands());
+    EXPECT_EQ(laminate::test::ReadFile(log), "separate PCF file into several file.\n" + std::string(m_sBoard.View()) +
+                                                 " file is not in regular format.\n");
+    FaultyFileSystem again(n, EIO, FaultyFileSystem::Duration::once);
+    again.Only("Read");
+    const laminate::FileSystemScope scope(again);
+    Split split(true, m_sFootprints);
+    EXPECT_FALSE(split.bOk);
+    EXPECT_EQ(split.status.m_result, LoadStatus::Result::cannotOpen);
+  }
+}
+
+TEST_F(Faults, AWorkingFolderThatCannotBeRemovedIsToldByTheWay) {
+  FaultyFileSystem files(1, EACCES, FaultyFileSystem::Duration::once);
+  files.Only("DeleteTree");
+  Loaded loaded;
+  {
+    const laminate::FileSystemScope scope(files);
+    loaded.Load(m_sBoard);
+  }
+  EXPECT_TRUE(loaded.status.IsOk());
+  EXPECT_EQ(loaded.status.m_sText, "cannot remove the working folder " + CString(WorkingFolder()));
+  EXPECT_EQ(loaded.status.m_sFile, m_sBoard);
+  EXPECT_EQ(loaded.nForms, 4);
+  EXPECT_EQ(loaded.progress.GetPos(), 100);
+  Loaded after;
+  after.Load(m_sBoard);
+  EXPECT_TRUE(after.status.IsOk());
+  EXPECT_TRUE(after.status.m_sText.IsEmpty());
+  EXPECT_FALSE(FolderStands());
 }
 
 TEST_F(Faults, ShortReadsAndWrites) {
@@ -125,27 +225,34 @@ TEST_F(Faults, ShortReadsAndWrites) {
   files.LimitTransfers(1);
   const laminate::FileSystemScope scope(files);
   Loaded loaded;
-  Load(loaded);
+  loaded.Load(m_sBoard);
   EXPECT_TRUE(loaded.status.IsOk());
   EXPECT_EQ(loaded.nForms, 4);
 }
 
 TEST_F(Faults, EachFileOperationOfTheSplitters) {
   for (bool bFootprints : {false, true}) {
-    const int nFailures = laminate::test::ForEachFailingFileOperation(ENOSPC, [&](FaultyFileSystem&) {
+    const std::string folder = bFootprints ? DataFolder() + "/Data/Tmp" : WorkingFolder();
+    const std::map<std::string, std::string> pieces =
+        bFootprints ? std::map<std::string, std::string>{{"PadStack1.txt", "(padstack (a)\n)\n"},
+                                                         {"PadStack2.txt", "(padstack (b)\n)\n"},
+                                                         {"Footprint1.txt", "(footprint (c)\n)\n"}}
+                    : std::map<std::string, std::string>{{"component2.txt", "(component (x)\n)\n"},
+                                                         {"layer1.txt", "(layer (y)\n)\n"},
+                                                         {"others.txt", "(pcf\n(header\n)\n(b\n)\n)\n"}};
+    const int nFailures = laminate::test::ForEachFailingFileOperation(ENOSPC, [&](FaultyFileSystem& files) {
       std::filesystem::remove_all(DataFolder());
-      int bInQuote = 0;
-      int nComponents = 5;
-      int nLayers = 5;
-      LoadStatus status;
-      laminate::SplitState state{bInQuote, nComponents, nLayers, status};
-      const bool bOk =
-          bFootprints ? laminate::SplitFootprintFile(m_sFootprints, state) : laminate::SplitBoardFile(m_sBoard, state);
-      EXPECT_EQ(bOk, status.IsOk());
-      if (bOk && bFootprints) {
-        EXPECT_EQ(laminate::test::ReadFile(DataFolder() + "/Data/Tmp/Footprint1.txt"), "(footprint (c)\n)\n");
-        EXPECT_EQ(laminate::test::ReadFile(DataFolder() + "/Data/Tmp/PadStack2.txt"), "(padstack (b)\n)\n");
+      const Split split(bFootprints, bFootprints ? m_sFootprints : m_sBoard);
+      EXPECT_EQ(split.bOk, split.status.IsOk());
+      if (split.bOk) {
+        for (const auto& [name, text] : pieces) EXPECT_EQ(laminate::test::ReadFile(folder + "/" + name), text);
+        return;
       }
+      const std::string& failed = files.Operations()[files.FirstFailed() - 1];
+      EXPECT_EQ(split.status.m_result, failed == "OpenForReading" || failed == "Read"
+                                           ? LoadStatus::Result::cannotOpen
+                                           : LoadStatus::Result::cannotWriteWorkingFolder)
+          << failed;
     });
     EXPECT_GT(nFailures, 20);
   }
@@ -180,19 +287,29 @@ TEST_F(Faults, EachFileOperationOfTheParses) {
 }
 
 TEST_F(Faults, EachAllocationOfALoad) {
-  Loaded loaded;
+  int nForms = 0;
   bool bRaised = false;
+  bool bOk = false;
   const int nFailures = laminate::test::ForEachFailingAllocation(
       [&] {
-        loaded = Loaded();
         bRaised = true;
-        Load(loaded);
+        nForms = 0;
+        Loaded loaded;
+        try {
+          loaded.Load(m_sBoard);
+        } catch (const CMemoryException&) {
+          throw;
+        } catch (const std::bad_alloc&) {
+          ADD_FAILURE() << "not the platform's failure";
+        }
         bRaised = false;
+        nForms = loaded.nForms;
+        bOk = loaded.status.IsOk();
       },
-      [&] { EXPECT_TRUE(bRaised || loaded.nForms == 4 || !loaded.status.IsOk()); });
+      [&] { EXPECT_TRUE(bRaised || nForms == 4 || !bOk); });
   EXPECT_GT(nFailures, 20);
-  loaded = Loaded();
-  Load(loaded);
+  Loaded loaded;
+  loaded.Load(m_sBoard);
   EXPECT_EQ(loaded.nForms, 4) << "nothing stays locked";
 }
 

@@ -17,8 +17,10 @@ struct SplitRoot {
   bool operator==(const SplitRoot&) const = default;
 };
 
-/// What a split leaves: the root's part, the files of the working folder, and for each the source's line of each line.
+/// What a split leaves: whether it came to its end, the root's part, the files of the working folder, and for each the
+/// source's line of each line.
 struct SplitOutcome {
+  bool ok = false;
   SplitRoot root;
   std::map<std::string, std::string> files;
   std::map<std::string, std::vector<int>> lines;
@@ -35,7 +37,7 @@ inline SplitOutcome SplitPlainly(const std::string& text, bool footprints, const
   } else {
     plain::SplitBoardFile(text, split);
   }
-  return {{split.inQuote, split.components, split.layers}, split.files, split.lines};
+  return {true, {split.inQuote, split.components, split.layers}, split.files, split.lines};
 }
 
 /// Splits a text that is kept in memory as the file of an empty disk. The data path must have been set.
@@ -43,11 +45,11 @@ inline SplitOutcome SplitInMemory(const std::string& text, bool footprints, cons
   MemoryFileSystem memory;
   const laminate::FileSystemScope scope(memory);
   memory.files["/file"] = text;
-  SplitOutcome outcome{root, {}, {}};
+  SplitOutcome outcome{false, root, {}, {}};
   laminate::LoadStatus status;
   laminate::SplitState state{outcome.root.inQuote, outcome.root.components, outcome.root.layers, status};
-  const bool ok = footprints ? laminate::SplitFootprintFile("/file", state) : laminate::SplitBoardFile("/file", state);
-  if (!ok || !status.IsOk()) return {};
+  outcome.ok = (footprints ? laminate::SplitFootprintFile("/file", state) : laminate::SplitBoardFile("/file", state)) &&
+               status.IsOk();
   const std::string prefix = std::string(state.sFolder.View()) + "/";
   for (const auto& [path, content] : memory.files) {
     if (!path.starts_with(prefix)) continue;
