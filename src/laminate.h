@@ -33,7 +33,6 @@
 #include "reader/CECadCls.h"
 #include "reader/CECadClsLvl.h"
 
-#include "drawobj/CBDareaz.h"
 #include "drawobj/CBDcircle.h"
 #include "drawobj/CBDdelete.h"
 #include "drawobj/CBDdonut.h"

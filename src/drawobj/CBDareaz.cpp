@@ -12,7 +12,7 @@ int CBDareaz::nPrint2File(FILE* fp, int mode) {
   return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out, mode); });
 }
 
-void CBDareaz::Write(laminate::TextOut& out, int) const {
+void CBDareaz::Write(laminate::TextOut& out, int) {
   out.Print<
       "(area\n"
       ")\n">();

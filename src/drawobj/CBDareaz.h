@@ -2,8 +2,8 @@
 #include "drawobj/CBDdrawObj.h"
 #include "drawobj/CBDvertex.h"
 
-/// An area, tag "AREA". No keyword is read as one: the only way to it is a host that sets the tag "AREA" on a shape and
-/// copies it. Writes "(area\n)\n", whatever it holds.
+/// An area, tag "AREA", internal to the library: no keyword is read as one, and the only way to it is a host that sets
+/// the tag "AREA" on a shape and copies it. Writes "(area\n)\n", whatever it holds.
 class CBDareaz : public CBDdrawObj {
  public:
   CBDareaz();
@@ -14,11 +14,13 @@ class CBDareaz : public CBDdrawObj {
   double m_adSpare[5] = {};               ///< not used
   CBDvertexArray* m_pVertices = nullptr;  ///< owned; may be null
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
-  void Write(laminate::TextOut& out, int nMode) const;
+  static void Write(laminate::TextOut& out, int nMode);
   /// A deep copy of all own fields.
   CBDareaz* pCopy() const;
   /// Moves the vertices, if there are any.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };

@@ -20,7 +20,7 @@ int CBDdelete::nPrint2File(FILE* fp, int mode) {
   return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out, mode); });
 }
 
-void CBDdelete::Write(laminate::TextOut& out, int) const {
+void CBDdelete::Write(laminate::TextOut& out, int) {
   out.Print<
       "(delete\n"
       ")\n">();

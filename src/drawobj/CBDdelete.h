@@ -11,7 +11,9 @@ class CBDdelete : public CBDdrawObj {
   CBDdelete& operator=(const CBDdelete&) = default;
   ~CBDdelete() override;
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
-  void Write(laminate::TextOut& out, int nMode) const;
+  static void Write(laminate::TextOut& out, int nMode);
+  /// A new one; see `CBDdrawObj`.
   CBDdelete* pCopy() const;
 };

@@ -1,10 +1,10 @@
 #include "drawobj/CBDdrawObj.h"
 
-#include <cmath>
 #include <memory>
 
 #include "base/HostInterface.h"
 #include "base/TextOut.h"
+#include "base/WriterText.h"
 #include "drawobj/DrawObjFamily.h"
 #include "drawobj/ShapeTools.h"
 
@@ -39,9 +39,11 @@ namespace {
 // Doubles percent signs and puts a pair of quotes around a net name, in the object, each time that it is written.
 void PrepareNet(CString& sNet) {
   if (sNet.IsEmpty()) return;
-  CString sDoubled = sNet;
-  sDoubled.Replace("%", "%%");
-  sNet = "\"" + sDoubled + "\"";
+  // Apart, so that a failure between the two leaves the name whole.
+  CString sPrepared = sNet;
+  laminate::DoublePercents(sPrepared);
+  laminate::Enquote(sPrepared);
+  sNet = std::move(sPrepared);
 }
 
 void TellUnknownKind(const CString& sKind) {

@@ -19,8 +19,20 @@ class TextOut;
 ///
 /// Only the destructor is virtual. Every other operation is declared by each class for itself, and the member of this
 /// base looks at the tag `m_sKind` and calls the member of the class that the tag names, by the table in
-/// drawobj/DrawObjFamily.h. A tag that an operation's list does not hold, or that does not fit the object's class,
-/// takes no part in that operation.
+/// drawobj/DrawObjFamily.h. A tag that an operation's list does not hold takes no part in that operation, and neither
+/// does one that does not fit the object's class. Only where an operation looks at nothing of the object the tag alone
+/// decides: in printing "AREA", "DELETE", "DRAWSUBBOARD" and "SQUARETHERMAL", in all headers but that of "SURFACE", in
+/// copying "AREA", "DELETE" and "ROUNDTHERMAL", in moving and scaling "AREA", "DELETE" and "DRAWSUBBOARD", and in
+/// deleting.
+///
+/// The members of the classes may be called directly. Their `nPrint2File` and `Write` then write the net name as it
+/// stands, and their `pCopy` gives a new object, which the caller owns, that has none of the fields of this base. All
+/// `nPrint2File` give 0 and raise on a null stream. Of `mode`, circle and rectangle ask whether it is 2, the others
+/// whether it is 1, and some write the same in any.
+///
+/// The comments of the classes show their forms with letters for the tokens: X, Y, R and L are lengths (a text without
+/// "." counts database units, of which 100000 make one mm), A a real number, mostly an angle, N an integer, T a text.
+/// Forms within a form may stand in any order; those that are not shown are passed over.
 ///
 /// Copy construction and assignment copy member by member: pointers are shared, what the target held before is not
 /// released, and both destructors delete the same thing. Use them for objects that own nothing, and `pCopy` elsewhere.
@@ -44,25 +56,29 @@ class CBDdrawObj : public laminate::Pooled {
 
   /// A deep copy, which the caller owns, with `m_bRefer`, `m_sLayerName`, `m_nLayerNumber`, `m_sLayerType`, `m_sNet`
   /// and `m_sPenShape`; the section and the cavity are not copied. Null for "OPENSHAPE", "NONE" and any tag that is
-  /// unknown or does not fit the class. "ROUNDTHERMAL" cannot be copied: raises `CInvalidArgException`, also from
-  /// within a shape that holds one. Each class leaves out some of its fields; see there.
+  /// unknown or does not fit the class; with "AREA" and "DELETE" any object gives a copy of that class. "ROUNDTHERMAL"
+  /// cannot be copied: raises `CInvalidArgException`, also from within a shape that holds one. Each class leaves out
+  /// some of its fields; see there.
   CBDdrawObj* pCopy() const;
 
   /// Writes the shape. `mode` 1: it stands by itself in a layer, a component, a pin or a group; 2: inside a "geometry"
   /// form that the caller opened. First `m_sNet` is prepared in the object itself: every "%" is doubled, and a text
-  /// that is not empty gets a pair of quotes around it, anew with each call. "OPENSHAPE", "NONE" and unknown or unfit
-  /// tags write nothing. Always 0; all text has been handed to the stream, which keeps its error. Null raises.
+  /// that is not empty gets a pair of quotes around it, anew with each call. When memory runs out in that, the name is
+  /// as it was and nothing is written. "OPENSHAPE", "NONE" and unknown or unfit tags write nothing. Always 0; all text
+  /// has been handed to the stream, which keeps its error. Null raises.
   int nPrint2File(FILE* fp, int mode);
   /// The same into a writer's buffer.
   void Write(laminate::TextOut& out, int nMode);
 
-  /// Writes the shape's opening line only; nothing for "OBLONG", "OPENSHAPE", "NONE". Always 0. Null raises.
+  /// Writes the shape's opening line only, such as "(line\n". That of a surface whose outline width is under 0.001 mm
+  /// is "(area\n(upperHeight 100000)\n(lowerHeight 0)\n", and "subBoard\n" has no bracket. Nothing for "OBLONG",
+  /// "OPENSHAPE", "NONE", unknown tags, and "SURFACE" on an object that is none. Always 0. Null raises.
   int nPrint2Header2File(FILE* fp) const;
   void WriteHeader(laminate::TextOut& out) const;
 
   /// Moves the anchor points of the shape, and of what it holds, by `CPointD::MoveRotate(dX, dY, dAngle)`. With `sSide`
-  /// "B", exactly, one coordinate of each point is negated before; which one, each class says. Sizes and angles stay.
-  /// A tag that takes no part shows a message box, and the object is unchanged.
+  /// "B", exactly, one coordinate of each point is negated before; which one, each class says. Sizes and angles stay. A
+  /// tag that takes no part shows a message box, and the object is unchanged.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
   /// Multiplies the anchor points by `dScale`; sizes stay. A tag that takes no part shows a message box.
   void vSetScale(double dScale);

@@ -3,7 +3,7 @@
 
 /// A pad that is placed by the name of its definition, tag "DRAWPAD".
 ///
-/// Form read: (pad NAME (pt X Y) (angle A) (net N) (geometry SHAPE...)), "fPad" likewise. Written as "pad" in mode 1
+/// Form read: (pad NAME (pt X Y) (angle A) (net T) (geometry SHAPE...)), "fPad" likewise. Written as "pad" in mode 1
 /// and as "fPad" otherwise, without net and geometry.
 class CBDdrawPad : public CBDdrawObj {
  public:
@@ -17,11 +17,13 @@ class CBDdrawPad : public CBDdrawObj {
   CPointD m_pt;
   double m_dAngle = 0;
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
   /// A deep copy; shapes that copy to null are left out.
   CBDdrawPad* pCopy() const;
   /// Moves the point, on side "B" with its x negated before, then the shapes. The angle stays. A null array raises.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; a null array is passed over.
   void vSetScale(double dScale);
 };

@@ -142,14 +142,14 @@ namespace {
 // Angles up to this, in degrees, count as none.
 constexpr double kNoAngle = 0.001;
 
-bool IsInSpan(int n, int nFrom, int nTo) {
-  if (nFrom != 0 && nTo != 0) return nFrom <= n && n <= nTo;
-  if (nFrom != 0) return n == nFrom;
-  if (nTo != 0) return n == nTo;
+}  // namespace
+
+bool CBDdrawPadstack::IsInSpan(int n) const {
+  if (m_nFrom != 0 && m_nTo != 0) return m_nFrom <= n && n <= m_nTo;
+  if (m_nFrom != 0) return n == m_nFrom;
+  if (m_nTo != 0) return n == m_nTo;
   return false;
 }
-
-}  // namespace
 
 void CBDdrawPadstack::Write(laminate::TextOut& out, int nMode) const {
   const bool bHasAngle = std::fabs(m_dAngle) > kNoAngle;
@@ -176,7 +176,7 @@ void CBDdrawPadstack::Write(laminate::TextOut& out, int nMode) const {
   if (m_pRefLays != nullptr) {
     out.Print<"(conductive\n">();
     for (const CBDpadstackRefLay* p : *m_pRefLays) {
-      if (p != nullptr && IsInSpan(p->m_nLayerNumber, m_nFrom, m_nTo)) p->Write(out);
+      if (p != nullptr && IsInSpan(p->m_nLayerNumber)) p->Write(out);
     }
     out.Print<")\n">();
   }

@@ -4,7 +4,7 @@
 
 /// A padstack (a via, a mounting hole) that is placed by the name of its definition, tag "DRAWPADSTACK".
 ///
-/// Form read: (padstack NAME (net N) (pt X Y) (angle A) (fromTo [FROM] TO) (side T) (flip T) (isBuildupVia T)
+/// Form read: (padstack NAME (net T) (pt X Y) (angle A) (fromTo [FROM] TO) (side T) (flip T) (isBuildupVia T)
 /// (isTestPad (side T)) (drillType N) (padstackGroup (padstack NAME)) (conductive ENTRY...) (nonConductive ENTRY...)).
 /// "fpadstack" is read likewise but has no name token. Written as "padstack" in mode 1, with name, net, point, angle,
 /// "fromTo" and the entries of that span under "conductive"; otherwise as "fpadstack" with point, angle and
@@ -29,6 +29,7 @@ class CBDdrawPadstack : public CBDdrawObj {
   CString m_sBuildupVia;
   CBDdrawObj* m_pHole = nullptr;  ///< owned; a placeholder of tag "NONE" that nothing in the library replaces
 
+  /// The text of its own, the net name as it stands; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
   /// A deep copy; its hole is null when this one's is the placeholder, and its entries are all visible.
@@ -36,8 +37,12 @@ class CBDdrawPadstack : public CBDdrawObj {
   /// Moves the point, on side "B" with its x negated before, then the shapes, then the hole. The angle stays. A null
   /// array raises.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves. A null array raises.
   void vSetScale(double dScale);
 
+  /// Whether the entry of a layer number is written: it lies from `m_nFrom` to `m_nTo`, or is the one of them that is
+  /// not 0; none is when both are.
+  bool IsInSpan(int nLayerNumber) const;
   /// The first entry of that layer number, or null. A null array raises.
   CBDpadstackRefLay* pGetPadstackRefLayFromNumber(int n) const;
 };

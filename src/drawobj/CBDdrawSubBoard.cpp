@@ -44,7 +44,7 @@ int CBDdrawSubBoard::nPrint2File(FILE* fp, int mode) {
   return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out, mode); });
 }
 
-void CBDdrawSubBoard::Write(laminate::TextOut& out, int) const {
+void CBDdrawSubBoard::Write(laminate::TextOut& out, int) {
   out.Print<
       "(subBoard\n"
       ")\n">();

@@ -18,8 +18,9 @@ class CBDdrawSubBoard : public CBDdrawObj {
   CString m_sFlip;
   CBDdrawObjArray* m_pShapes = nullptr;  ///< owned, made by the constructor; the reader leaves it empty
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
-  void Write(laminate::TextOut& out, int nMode) const;
+  static void Write(laminate::TextOut& out, int nMode);
   /// A deep copy; shapes that copy to null are left out. A null array raises.
   CBDdrawSubBoard* pCopy() const;
 };

@@ -2,7 +2,7 @@
 #include "base/CString.h"
 #include "base/Pool.h"
 
-/// The widening of a line where it meets a pad.
+/// The widening of a line where it meets a pad. Lengths are in mm.
 ///
 /// Form, in a "pt" of a vertex section: (fillet (type T) (dir D) (filletWidth L) (length L) (width L)).
 class CBDfillet : public laminate::Pooled {

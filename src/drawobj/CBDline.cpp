@@ -29,6 +29,7 @@ template <>
 std::unique_ptr<CBDdrawObj> Make<CBDline>(const CECadClsLvl& node, const ShapeContext& context) {
   auto pLine = NewShape<CBDline>(context);
   WalkChildren(kLine, node, *pLine);
+  pLine->m_pVertices->FreeExtra();
   return pLine;
 }
 

@@ -11,11 +11,13 @@ class CBDoblong : public CBDdrawObj {
   CBDoblong& operator=(const CBDoblong&) = default;
   ~CBDoblong() override;
 
-  CPointD m_ptSecond;
-  CPointD m_ptFirst;
-  double m_dWidth = 0;
+  CPointD m_ptSecond;   ///< one end: the last "pt" behind the first
+  CPointD m_ptFirst;    ///< the other: the first "pt"
+  double m_dWidth = 0;  ///< across
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
+  /// A copy of all own fields; see `CBDdrawObj`.
   CBDoblong* pCopy() const;
 };

@@ -19,6 +19,7 @@ constexpr auto kOpenShape = MakeForm<CBDopenShape>(Length<&CBDopenShape::m_dOutl
 std::unique_ptr<CBDopenShape> ReadOpenShape(const CECadClsLvl& node) {
   auto pShape = std::make_unique<CBDopenShape>();
   WalkChildren(kOpenShape, node, *pShape);
+  pShape->m_pVertices->FreeExtra();
   return pShape;
 }
 

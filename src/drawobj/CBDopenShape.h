@@ -15,12 +15,14 @@ class CBDopenShape : public CBDdrawObj {
   double m_dOutlineWidth = 0;
   CBDvertexArray* m_pVertices = nullptr;  ///< owned, made by the constructor
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp);
   void Write(laminate::TextOut& out) const;
   /// A deep copy without the shared fields. A null array raises.
   CBDopenShape* pCopy() const;
   /// Moves the vertices, if there are any.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };
 

@@ -21,10 +21,13 @@ class CBDrectangle : public CBDdrawObj {
   double m_dWidth = 0;
   CPointD m_pt;
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
+  /// A copy of all own fields; see `CBDdrawObj`.
   CBDrectangle* pCopy() const;
   /// Moves the point; on side "B" its x is negated before.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };

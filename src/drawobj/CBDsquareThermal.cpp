@@ -35,7 +35,7 @@ int CBDsquareThermal::nPrint2File(FILE* fp, int mode) {
   return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out, mode); });
 }
 
-void CBDsquareThermal::Write(laminate::TextOut& out, int) const {
+void CBDsquareThermal::Write(laminate::TextOut& out, int) {
   out.Print<
       "(squareThermal\n"
       ")\n">();

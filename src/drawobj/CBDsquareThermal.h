@@ -12,17 +12,20 @@ class CBDsquareThermal : public CBDdrawObj {
   CBDsquareThermal& operator=(const CBDsquareThermal&) = default;
   ~CBDsquareThermal() override;
 
-  double m_dOut = 0;
-  double m_dIn = 0;
+  double m_dOut = 0;  ///< outer size
+  double m_dIn = 0;   ///< inner size
   CPointD m_pt;
-  int m_nBridge = 0;
+  int m_nBridge = 0;  ///< how many bridges
   double m_dBridgeWidth = 0;
-  double m_dBridgeAngle = 0;
+  double m_dBridgeAngle = 0;  ///< degrees
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
-  void Write(laminate::TextOut& out, int nMode) const;
+  static void Write(laminate::TextOut& out, int nMode);
+  /// A copy of all own fields; see `CBDdrawObj`.
   CBDsquareThermal* pCopy() const;
   /// Moves the point; on side "B" its y is negated before.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };

@@ -77,6 +77,7 @@ std::unique_ptr<CBDdrawObj> Make<CBDsurface>(const CECadClsLvl& node, const Shap
   auto pSurface = NewShape<CBDsurface>(context);
   ReadOwnTokens(kSurfaceKeyword, node, *pSurface);
   WalkChildren(kSurface, node, *pSurface);
+  pSurface->m_pVertices->FreeExtra();
   pSurface->m_pOpenShapes->FreeExtra();
   pSurface->m_arrMeshFlags.FreeExtra();
   pSurface->m_arrParamFlags.FreeExtra();
@@ -138,7 +139,6 @@ void CBDsurface::Write(laminate::TextOut& out, int nMode) const {
   }
 }
 
-// Three vertices, or an arc among fewer.
 bool CBDsurface::HasOutline() const {
   if (m_pVertices == nullptr) return false;
   int nVertices = 0;

@@ -8,11 +8,17 @@ class CLPropertyArray;
 
 /// A filled outline, an area with heights, or a mesh plane, tag "SURFACE".
 ///
-/// Forms read: "surface", "area" and "meshplane", all with the same keys: (surface (lowerHeight L) (upperHeight L)
-/// (net N) (outlineWidth L) (fillWidth L) (fillAngle A) (vertex ...) (openShape ...) (geometry (surface (outlineWidth
-/// L) (fillWidth L) (fillAngle A) (alreadySpread) (vertex ...) (openShape ...) MESHKEY...))). Mesh keys count only in
-/// the inner form. Written with outline, fill, vertices and cut-outs; an outline of fewer than three points and no arc
-/// is left out; of the mesh fields only the properties are written.
+/// Forms read: "surface", "area" and "meshplane", all with the same keys: (surface (lowerHeight L) (upperHeight L) (net
+/// T) (outlineWidth L) (fillWidth L) (fillAngle A) (vertex ...) (openShape ...) (geometry (surface (outlineWidth L)
+/// (fillWidth L) (fillAngle A) (alreadySpread) (vertex ...) (openShape ...) MESHKEY...))). Mesh keys count only in the
+/// inner form, which is the first one in "geometry", whatever its keyword; none at all raises.
+///
+/// Written in a geometry: (surface (outlineWidth L) (fillWidth L) (fillAngle A) (alreadySpread YES) (vertex ...)
+/// (openShape ...)), or nothing without `HasOutline`. In mode 1 the form (surface (net T) (geometry ...)) stands around
+/// it. Where `m_bArea` is 1, (area (upperHeight L) (lowerHeight L) (geometry ...)) stands around it instead, in any
+/// mode and around nothing too, and the net is not written. Where `m_bMesh` is 1, any mode writes (meshplane (net T)
+/// (geometry (meshplane ...))) with the same outline, however short, and behind it the properties as (NAME VALUE), the
+/// values of "meshBasePoint", "meshRotatePoint" and "meshFlags" on lines of their own; no mesh field is written.
 class CBDsurface : public CBDdrawObj {
  public:
   CBDsurface();
@@ -59,6 +65,7 @@ class CBDsurface : public CBDdrawObj {
   CBDvertexArray* m_pVertices = nullptr;       ///< the outline; owned, made by the constructor
   CBDopenShapeArray* m_pOpenShapes = nullptr;  ///< cut-outs; owned, made by the constructor
 
+  /// The text of its own, the net name as it stands; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
   /// A deep copy of heights, outline width, fill, vertices and cut-outs. All mesh fields, `m_bArea`, `m_bMesh`,
@@ -66,16 +73,18 @@ class CBDsurface : public CBDdrawObj {
   CBDsurface* pCopy() const;
   /// Moves the cut-outs, then the vertices; the mesh points stay. A null array raises.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves. A null array raises.
   void vSetScale(double dScale);
 
+  /// Whether there are three vertices, or an arc among fewer: without them only a mesh plane is written.
+  bool HasOutline() const;
   /// 1 if somewhere in the ring of vertices one arc ends exactly where the next one, an arc too, begins; else 0. A
-  /// single arc is held against itself.
+  /// single arc is held against itself. A null array raises.
   int bChkArcAndArc() const;
-  /// Sets `m_dTarc` of every point.
+  /// Sets `m_dTarc` of every point. A null array raises.
   void vGiveTarcValueForAllElement(double d);
 
  private:
   void WriteOutline(laminate::TextOut& out) const;
   void WriteProperties(laminate::TextOut& out) const;
-  bool HasOutline() const;
 };

@@ -60,9 +60,9 @@ void CBDsymbolText::Write(laminate::TextOut& out, int) const {
 CBDsymbolText* CBDsymbolText::pCopy() const {
   auto pCopy = std::make_unique<CBDsymbolText>();
   pCopy->m_sString = m_sString;
-  CBDtext* pText = laminate::Required(m_pText).pCopy();
+  std::unique_ptr<CBDtext> pText(laminate::Required(m_pText).pCopy());
   delete pCopy->m_pText;
-  pCopy->m_pText = pText;
+  pCopy->m_pText = pText.release();
   return pCopy.release();
 }
 

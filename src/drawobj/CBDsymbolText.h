@@ -4,8 +4,9 @@
 
 /// A text that names its component, footprint or the like, tag "SYMBOLTEXT".
 ///
-/// Form read: (symbolText (symbolTextType T) (font N) (geometry (text ...))), the rows of "text" going to `m_pText`.
-/// Written with "type" in place of "symbolTextType" and with the outer `m_sString`, which reading does not set.
+/// Form read: (symbolText (symbolTextType T) (font N) (geometry (text ...))), the rows of "text" going to `m_pText`. An
+/// empty "geometry" raises. Written with "type" in place of "symbolTextType", with (font 0), and with the outer
+/// `m_sString`, which reading does not set, without quotes.
 class CBDsymbolText : public CBDdrawObj {
  public:
   CBDsymbolText();
@@ -17,11 +18,13 @@ class CBDsymbolText : public CBDdrawObj {
   CString m_sString;           ///< for hosts: the string that is written
   CBDtext* m_pText = nullptr;  ///< owned, made by the constructor; holds the string that was read
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
   /// A deep copy without `m_sSymbolType`. A null text raises.
   CBDsymbolText* pCopy() const;
   /// Moves the inner text, if there is one.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };

@@ -3,10 +3,10 @@
 
 /// A text, tag "TEXT".
 ///
-/// Form read: (text (geometry (text (string S) (font N) (kFont N) (width L) (height L) (space L) (vSpace L)
+/// Form read: (text (geometry (text (string T) (font N) (kFont N) (width L) (height L) (space L) (vSpace L)
 /// (strokeWidth L) (pt X Y) (textAngle A) (dir T) (justify T) (flip T) (reverse T) (textFrameOffset L)))). A string
 /// that itself began with a bracket is kept as "(" + its first word + ")". Written with all of these but
-/// "textFrameOffset".
+/// "textFrameOffset", the string in quotes as it stands, and with (font 0) beside "geometry".
 class CBDtext : public CBDdrawObj {
  public:
   CBDtext();
@@ -32,10 +32,12 @@ class CBDtext : public CBDdrawObj {
   double m_dTextFrameOffset = 0;
   double m_dSpare = 0;  ///< only copied
 
+  /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
   void Write(laminate::TextOut& out, int nMode) const;
   /// The lines from "font" to "reverse", which a symbol text writes of its inner text too.
   void WriteInnerRows(laminate::TextOut& out) const;
+  /// A copy of all own fields; see `CBDdrawObj`.
   CBDtext* pCopy() const;
   /// Moves the point; on side "B" its x is negated before.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);

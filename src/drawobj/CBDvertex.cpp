@@ -69,7 +69,8 @@ void CBDvertex::DeleteVertexArray(void* p) {
 namespace laminate {
 namespace {
 
-// The array is sized once for all that the section can hold; slots not filled are null, and go in the end.
+// The array is sized once for all that the section can hold; slots not filled are null, and go in the end. Their room
+// stays, since more sections may follow: whoever made the array gives it back.
 struct Filling {
   Filling(CBDvertexArray& to, INT_PTR nAtMost) : vertices(to), nFilled(to.GetSize()) {
     vertices.SetSize(nFilled + nAtMost);
@@ -102,11 +103,8 @@ constexpr auto kVertex = MakeForm<CBDvertexArray, Filling>(Custom<&AppendPoint>(
 }  // namespace
 
 void ReadVertices(const CECadClsLvl& vertexNode, CBDvertexArray& vertices) {
-  {
-    Filling filling(vertices, vertexNode.m_pChildren->GetSize());
-    WalkChildren(kVertex, vertexNode, vertices, filling);
-  }
-  vertices.FreeExtra();
+  Filling filling(vertices, vertexNode.m_pChildren->GetSize());
+  WalkChildren(kVertex, vertexNode, vertices, filling);
 }
 
 template <>

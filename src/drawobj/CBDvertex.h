@@ -9,7 +9,7 @@ namespace laminate {
 class TextOut;
 }
 
-/// One element of an outline: a point (`CBDvertexPt`) or an arc (`CBDvertexArc`).
+/// One element of an outline: a point (`CBDvertexPt`) or an arc (`CBDvertexArc`). Lengths are in mm.
 ///
 /// Only the destructor is virtual. The members here look at `m_sType`: "PT" goes to the point's member, anything else
 /// to the arc's. A vertex fits its class when a point says "PT" and an arc anything else; one that does not fit prints
@@ -34,6 +34,7 @@ class CBDvertex : public laminate::Pooled {
 
   /// See `CBDdrawObj::vMoveRotate`. On side "B" y is negated.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Multiplies the points by `dScale`; widths and radii stay.
   void vSetScale(double dScale);
 
   /// Deletes the elements of the `CBDvertexArray` that `p` points to whose `m_sType` is "PT" or "ARC", forgets the

@@ -5,8 +5,8 @@
 /// An arc of an outline, with its own begin and end. Radius, begin, centre, end and direction are kept as the file
 /// gives them; nothing is derived or checked.
 ///
-/// Form: (arc D (r L) (begin (pt X Y (width L))) (center X Y) (end (pt X Y (width L)))). Written with one width, that
-/// of the begin point, or `m_dWidth` when that is 0, at both ends, and only on lines.
+/// Form read: (arc T (r L) (begin (pt X Y (width L))) (center X Y) (end (pt X Y (width L)))). Written with one width,
+/// that of the begin point, or `m_dWidth` when that is 0, at both ends, and only on lines.
 class CBDvertexArc : public CBDvertex {
  public:
   CBDvertexArc() : CBDvertex("ARC") {}
@@ -31,5 +31,6 @@ class CBDvertexArc : public CBDvertex {
   CBDvertexArc* pCopy() const;
   /// Moves begin, centre and end; on side "B" the y of each is negated before. The direction stays.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };

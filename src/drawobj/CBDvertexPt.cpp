@@ -52,14 +52,13 @@ void CBDvertexPt::Write(laminate::TextOut& out, int nForm, int nFlag) const {
 
   const bool bWidth = nForm == 1 && std::fabs(m_dWidth) > kNoWidth;
   const bool bTarc = std::fabs(m_dTarc) != 0;
-  const bool bExtended = bWidth || bTarc;
   const bool bFillet = m_pFillet != nullptr && m_pFillet->m_dFilletWidth != 0;
 
   out.Print<"(pt %.5f %.5f">(m_pt.x, m_pt.y);
   if (bWidth) out.Print<"\n(width %.5f)">(m_dWidth);
   if (bTarc) out.Print<"\n(tarc ON (r %.5f))">(m_dTarc);
   if (!bFillet) {
-    if (bExtended) {
+    if (bWidth || bTarc) {
       out.Print<"\n)\n">();
     } else {
       out.Print<")\n">();
@@ -75,16 +74,9 @@ void CBDvertexPt::Write(laminate::TextOut& out, int nForm, int nFlag) const {
   out.Print<
       "(filletWidth %.5f)\n"
       "(length %.5f)\n"
-      "(width %.5f)\n">(m_pFillet->m_dFilletWidth, m_pFillet->m_dLength, m_pFillet->m_dWidth);
-  if (bExtended) {
-    out.Print<
-        ")"
-        "\n)\n">();
-  } else {
-    out.Print<
-        ")\n"
-        ")\n">();
-  }
+      "(width %.5f)\n"
+      ")\n"
+      ")\n">(m_pFillet->m_dFilletWidth, m_pFillet->m_dLength, m_pFillet->m_dWidth);
 }
 
 CBDvertexPt* CBDvertexPt::pCopy() const {

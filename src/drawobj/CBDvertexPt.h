@@ -5,10 +5,12 @@
 
 /// A corner or end point of an outline.
 ///
-/// Form read: (pt X Y (width L) (tarc ... (r L)) (fillet ...)). Written likewise: the width only on lines and when over
-/// 0.001, "tarc" only when not 0 and always as (tarc ON (r L)), the fillet only when its `m_dFilletWidth` is not 0.
+/// Form read: (pt X Y (width L) (tarc ... (r L)) (fillet ...)). Written likewise: the width only on lines and when its
+/// absolute value is over 0.001 mm, "tarc" only when not 0 and always as (tarc ON (r L)), the fillet only when its
+/// `m_dFilletWidth` is not 0.
 ///
-/// Copy construction and assignment share the fillet, and both destructors delete it; use `pCopy`.
+/// Copy construction and assignment share the fillet, and both destructors delete it; assignment forgets the one that
+/// was there. Use `pCopy`.
 class CBDvertexPt : public CBDvertex {
  public:
   CBDvertexPt() : CBDvertex("PT") {}
@@ -28,5 +30,6 @@ class CBDvertexPt : public CBDvertex {
   CBDvertexPt* pCopy() const;
   /// Moves `m_pt`; on side "B" its y is negated before.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
+  /// Scales what `vMoveRotate` moves; sizes stay.
   void vSetScale(double dScale);
 };

@@ -95,9 +95,9 @@ constexpr HeaderCell SurfaceHeader(int nPlace) {
 
 // ---- cells of operations that need nothing of the object: the tag alone decides ----
 
-template <PrintFormat kText>
-constexpr PrintCell PrintText(int nPlace) {
-  return {nPlace, [](CBDdrawObj&, TextOut& out, int) { out.Print<kText>(); }};
+template <class T>
+constexpr PrintCell PrintAnyAs(int nPlace) {
+  return {nPlace, [](CBDdrawObj&, TextOut& out, int nMode) { T::Write(out, nMode); }};
 }
 
 template <PrintFormat kText>
@@ -154,7 +154,7 @@ constexpr RemoveCell Delete(int nPlace) {
 constexpr FamilyRow kFamily[] = {
     // tag             copy                           print                                       header                            move                        scale                        delete
     {"CIRCLE",         Copy<CBDcircle>(1),            Print<CBDcircle>(1),                        Header<"(circle\n">(1),           Move<CBDcircle>(1),         Scaling<CBDcircle>(1),       Delete(1)},
-    {"AREA",           CopyArea(2),                   PrintText<"(area\n)\n">(2),                 Header<"(area\n">(9),             MoveArea(2),                ScaleArea(2),                Delete(9)},
+    {"AREA",           CopyArea(2),                   PrintAnyAs<CBDareaz>(2),                    Header<"(area\n">(9),             MoveArea(2),                ScaleArea(2),                Delete(9)},
     {"SURFACE",        Copy<CBDsurface>(3),           Print<CBDsurface>(3),                       SurfaceHeader(2),                 Move<CBDsurface>(3),        Scaling<CBDsurface>(3),      Delete(2)},
     {"RECTANGLE",      Copy<CBDrectangle>(4),         Print<CBDrectangle>(4),                     Header<"(rectangle\n">(3),        Move<CBDrectangle>(4),      Scaling<CBDrectangle>(4),    Delete(3)},
     {"ROUNDTHERMAL",   CannotCopy(5),                 Print<CBDroundThermal>(5),                  Header<"(roundThermal\n">(4),     Move<CBDroundThermal>(5),   Scaling<CBDroundThermal>(5), Delete(4)},
@@ -165,13 +165,13 @@ constexpr FamilyRow kFamily[] = {
     {"DRAWPAD",        Copy<CBDdrawPad>(10),          Print<CBDdrawPad>(10),                      Header<"(pad\n">(10),             Move<CBDdrawPad>(10),       Scaling<CBDdrawPad>(10),     Delete(10)},
     {"DRAWPADSTACK",   Copy<CBDdrawPadstack>(11),     Print<CBDdrawPadstack>(11),                 Header<"(padstack\n">(11),        Move<CBDdrawPadstack>(11),  Scaling<CBDdrawPadstack>(11), Delete(11)},
     {"DONUT",          Copy<CBDdonut>(12),            Print<CBDdonut>(12),                        Header<"(donut\n">(12),           Move<CBDdonut>(12),         Scaling<CBDdonut>(12),       Delete(12)},
-    {"SQUARETHERMAL",  Copy<CBDsquareThermal>(13),    PrintText<"(squareThermal\n)\n">(13),       Header<"(squareThermal\n">(13),   Move<CBDsquareThermal>(13), Scaling<CBDsquareThermal>(13), Delete(13)},
+    {"SQUARETHERMAL",  Copy<CBDsquareThermal>(13),    PrintAnyAs<CBDsquareThermal>(13),           Header<"(squareThermal\n">(13),   Move<CBDsquareThermal>(13), Scaling<CBDsquareThermal>(13), Delete(13)},
     {"SYMBOLTEXT",     Copy<CBDsymbolText>(14),       Print<CBDsymbolText>(14),                   Header<"(symbolText\n">(14),      Move<CBDsymbolText>(14),    Scaling<CBDsymbolText>(14),  Delete(14)},
     {"HOLE",           Copy<CBDhole>(15),             Print<CBDhole>(15),                         Header<"(hole\n">(15),            Move<CBDhole>(15),          Scaling<CBDhole>(15),        Delete(15)},
     {"OVALHOLE",       Copy<CBDovalHole>(16),         Print<CBDovalHole>(16),                     Header<"(ovalHole\n">(16),        Move<CBDovalHole>(16),      Scaling<CBDovalHole>(16),    Delete(16)},
     // The header of a sub-board lacks its bracket; hosts know it so.
-    {"DRAWSUBBOARD",   Copy<CBDdrawSubBoard>(17),     PrintText<"(subBoard\n)\n">(18),            Header<"subBoard\n">(17),         StaysInPlace(17),           KeepsItsScale(17),           Delete(17)},
-    {"DELETE",         CopyDelete(18),                PrintText<"(delete\n)\n">(19),              Header<"(delete\n">(18),          StaysInPlace(18),           KeepsItsScale(18),           Delete(18)},
+    {"DRAWSUBBOARD",   Copy<CBDdrawSubBoard>(17),     PrintAnyAs<CBDdrawSubBoard>(18),            Header<"subBoard\n">(17),         StaysInPlace(17),           KeepsItsScale(17),           Delete(17)},
+    {"DELETE",         CopyDelete(18),                PrintAnyAs<CBDdelete>(19),                  Header<"(delete\n">(18),          StaysInPlace(18),           KeepsItsScale(18),           Delete(18)},
     {"OBLONG",         Copy<CBDoblong>(19),           Print<CBDoblong>(17),                       {},                               {},                         {},                          {}},
     {"OPENSHAPE",      {},                            {},                                         {},                               {},                         {},                          {}},
     {"NONE",           {},                            {},                                         {},                               {},                         {},                          {}},

@@ -21,6 +21,9 @@ constexpr std::string_view kWordOrNone =
 constexpr std::string_view kAround = "not in the shape's text; the form around it gives it again";
 constexpr std::string_view kNever = "no file holds it";
 constexpr std::string_view kNet = "written in quotes; a percent sign comes back as two, a quote ends the name";
+constexpr std::string_view kSurfaceNet =
+    "written in quotes; a percent sign comes back as two, a quote ends the name; in a geometry written of a mesh plane "
+    "too, and nowhere of an area";
 
 constexpr LedgerClass kClasses[] = {
     {"CBDdrawObj", ReadsBack::within, ReadsBack::within, "what all shapes share"},
@@ -166,7 +169,7 @@ constexpr LedgerRow kRows[] = {
     {"CBDsquareThermal", "m_dBridgeWidth", dropped, dropped, ""},
     {"CBDsquareThermal", "m_dBridgeAngle", dropped, dropped, ""},
 
-    {"CBDsurface", "m_sNet", norm, dropped, kNet},
+    {"CBDsurface", "m_sNet", norm, dropped, kSurfaceNet},
     {"CBDsurface", "m_bArea", dropped, dropped, "decides only how the surface is written"},
     {"CBDsurface", "m_bMesh", kept, kept, "by the keyword"},
     {"CBDsurface", "m_bAlreadySpread", kept, dropped, "in a geometry kept of a mesh plane"},
@@ -203,7 +206,7 @@ constexpr LedgerRow kRows[] = {
     {"CBDsurface", "m_ptParamRotate", dropped, dropped, ""},
     {"CBDsurface", "m_arrParamFlags", dropped, dropped, ""},
     {"CBDsurface", "m_pProperties", dropped, dropped, "a host's; written of a mesh plane, and read as its mesh fields"},
-    {"CBDsurface", "m_pVertices", norm, norm, "see the vertices; of fewer than three points without an arc the whole surface is left out"},
+    {"CBDsurface", "m_pVertices", norm, norm, "see the vertices; of fewer than three points without an arc the whole surface is left out, but not a mesh plane"},
     {"CBDsurface", "m_pOpenShapes", norm, norm, "see the cut-outs"},
     {"CBDsurface", "the token of \"alreadySpread\"", constant, constant, "\"YES\""},
 

@@ -68,7 +68,7 @@ CBDesigner::~CBDesigner() {
   delete m_pLibraryEntities;
 }
 
-double CBDesigner::dDBUnit2Double(CString sText) { return laminate::LengthOf(sText.View()); }
+double CBDesigner::dDBUnit2Double(CString sToken) { return laminate::LengthOf(sToken.View()); }
 
 CString CBDesigner::sGetLayerTypeFromSubLayer(CString sName) {
   return Required(m_pTechnology).sGetLayerTypeFromSubLayer(sName);
@@ -143,8 +143,8 @@ void CBDesigner::vParseFTFInKOTRAndGetPadsAndPadstacks(CString sPath) {
 }
 
 CBDdrawObj* CBDesigner::pCECadClsLvl2CBDdrawObj(CECadClsLvl* pNode, int nLayerNumber, CString sLayerName,
-                                                CString sLayerType, int nRefer) {
-  const laminate::ShapeContext context{nLayerNumber, sLayerName, sLayerType, nRefer, BoardShapes(*this)};
+                                                CString sLayerType, int bRefer) {
+  const laminate::ShapeContext context{nLayerNumber, sLayerName, sLayerType, bRefer, BoardShapes(*this)};
   return laminate::ReadDrawObj(Required(pNode), context).release();
 }
 

@@ -49,7 +49,7 @@ class CBDesigner {
   void vSetPCFProgressPtr(CProgressCtrl* pProgress) { m_pPCFProgress = pProgress; }
   /// A length in mm. A text with a "." is taken as it stands; any other is a count of database units, of which 100000
   /// make one mm. Only the "." is looked for, so "1e3" counts as having none. Text that is no number gives 0.
-  double dDBUnit2Double(CString sText);
+  double dDBUnit2Double(CString sToken);
   /// The layer kind of the first sub-layer of the board's technology with that name: "systemLayer" (also where the kind
   /// is the word "type"), "conductive" or "nonConductive". Empty when there is none.
   CString sGetLayerTypeFromSubLayer(CString sName);
@@ -95,11 +95,16 @@ class CBDesigner {
 
   // ---- shapes ----
 
-  /// The shape that a form of a geometry section stands for, on the given layer; `nRefer` is 1 inside a "refer". The
-  /// caller owns the result. Null for a keyword that stands for no shape; one that is not known shows a message box.
+  /// The shape that a form of a geometry section stands for, with the layer that is handed in; `bRefer` is 1 inside a
+  /// "refer". The caller owns the result with all that it holds; the node stays the caller's. Null for "basePoint",
+  /// "dimension", "dimLeader", "ruleArea", "drawOf", "cavityFrom" and "cavityTo"; a keyword that is not known shows the
+  /// message box "New Draw Type : %s" and gives null. The shapes in a "boardAssembly" go to the board container,
+  /// without which it raises. A null node and a form that lacks a value raise `CInvalidArgException`; nothing leaks.
   CBDdrawObj* pCECadClsLvl2CBDdrawObj(CECadClsLvl* pNode, int nLayerNumber, CString sLayerName, CString sLayerType,
-                                      int nRefer);
-  /// Appends the vertices that a form holds to an array, which owns them.
+                                      int bRefer);
+  /// Appends the vertices of a "vertex" form, one per "pt" and "arc" in it, to an array, which owns them; other forms
+  /// in it are passed over. Null arguments and missing values raise `CInvalidArgException`; what was appended before
+  /// stays.
   void vInsertVertexIntoCBDvertexArray(CECadClsLvl* pNode, CBDvertexArray* pArray);
 
   // ---- writing ----

@@ -1,6 +1,5 @@
 #include "facade/ShapeLosses.h"
 
-#include <algorithm>
 #include <cmath>
 #include <typeindex>
 #include <typeinfo>
@@ -116,8 +115,12 @@ constexpr auto kFilletAtEnd = Losses<CBDfillet>("CBDfillet", Dropped<&CBDfillet:
 void FindVertexLosses(const CBDvertexArray* pVertices, bool bLine, LossFinder& finder) {
   if (pVertices == nullptr) return;
   const ShapeWalk walk{ShapePlace::inside, bLine ? 1 : 2, false, finder};
-  const INT_PTR nLast = pVertices->GetLastIndex();
-  for (INT_PTR i = 0; i <= nLast; ++i) {
+  // Null slots are not written, so they are no ends of a line.
+  INT_PTR nFirst = 0;
+  INT_PTR nLast = pVertices->GetLastIndex();
+  while (nFirst < nLast && pVertices->GetAt(nFirst) == nullptr) ++nFirst;
+  while (nFirst < nLast && pVertices->GetAt(nLast) == nullptr) --nLast;
+  for (INT_PTR i = nFirst; i <= nLast; ++i) {
     const CBDvertex* p = pVertices->GetAt(i);
     const LossFinder::Step step(finder, "m_pVertices", {}, i);
     if (const auto* pPoint = dynamic_cast<const CBDvertexPt*>(p)) {
@@ -127,8 +130,8 @@ void FindVertexLosses(const CBDvertexArray* pVertices, bool bLine, LossFinder& f
       if (pFillet == nullptr || pFillet->m_dFilletWidth == 0) continue;
       const LossFinder::Step inner(finder, "m_pFillet");
       FindBy(kFillet, *pFillet, walk);
-      bLine && (i == 0 || i == nLast) ? FindBy(kFilletAtEnd, *pFillet, walk)
-                                      : FindBy(kFilletWithDirection, *pFillet, walk);
+      bLine && (i == nFirst || i == nLast) ? FindBy(kFilletAtEnd, *pFillet, walk)
+                                           : FindBy(kFilletWithDirection, *pFillet, walk);
     } else if (const auto* pArc = dynamic_cast<const CBDvertexArc*>(p)) {
       FindBy(kArc, *pArc, walk);
       bLine ? FindBy(kArcOnLine, *pArc, walk) : FindBy(kArcInOutline, *pArc, walk);
@@ -271,12 +274,9 @@ void FindPadstack(const CBDdrawObj& shape, const ShapeWalk& walk) {
     return;
   }
   FindBy(kPadstackByItself, padstack, walk);
-  const int nFrom = padstack.m_nFrom;
-  const int nTo = padstack.m_nTo;
   ForEachElement(walk.finder, "m_pRefLays", padstack.m_pRefLays, [&](const CBDpadstackRefLay& entry) {
     const int n = entry.m_nLayerNumber;
-    const bool bInSpan = nFrom != 0 && nTo != 0 ? nFrom <= n && n <= nTo : n != 0 && (n == nFrom || n == nTo);
-    if (bInSpan) {
+    if (padstack.IsInSpan(n)) {
       FindBy(kRefLay, entry, walk);
     } else {
       walk.finder.Tell("CBDpadstackRefLay", {}, Fate::dropped, "outside the span of layers",
@@ -291,16 +291,13 @@ void FindLine(const CBDdrawObj& shape, const ShapeWalk& walk) {
 }
 void FindSurface(const CBDdrawObj& shape, const ShapeWalk& walk) {
   const auto& surface = static_cast<const CBDsurface&>(shape);
-  const auto isPoint = [](const CBDvertex* p) { return p == nullptr || p->m_sType == "PT"; };
-  const CBDvertexArray* pVertices = surface.m_pVertices;
-  if (surface.m_bMesh != 1 && (pVertices == nullptr || (pVertices->GetSize() < 3 &&
-                                                        std::all_of(pVertices->begin(), pVertices->end(), isPoint)))) {
+  if (surface.m_bMesh != 1 && !surface.HasOutline()) {
     walk.finder.Tell("CBDsurface", {}, Fate::dropped, "fewer than three points", {});
     return;
   }
   FindBy(kSurface, surface, walk);
   if (walk.mode != 1) FindBy(kSurfaceInGeometry, surface, walk);
-  FindVertexLosses(pVertices, false, walk.finder);
+  FindVertexLosses(surface.m_pVertices, false, walk.finder);
   ForEachElement(walk.finder, "m_pOpenShapes", surface.m_pOpenShapes, [&walk](const CBDopenShape& open) {
     FindBy(kOpenShape, open, walk);
     FindVertexLosses(open.m_pVertices, false, walk.finder);
