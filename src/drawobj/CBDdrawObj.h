@@ -77,10 +77,14 @@ class CBDdrawObj : public laminate::Pooled {
   void WriteHeader(laminate::TextOut& out) const;
 
   /// Moves the anchor points of the shape, and of what it holds, by `CPointD::MoveRotate(dX, dY, dAngle)`. With `sSide`
-  /// "B", exactly, one coordinate of each point is negated before; which one, each class says. Sizes and angles stay. A
-  /// tag that takes no part shows a message box, and the object is unchanged.
+  /// "B", exactly, one coordinate of each point is negated before; which one, each class says. Sizes and angles stay.
+  /// What a shape holds is moved with the same arguments, so it is taken to be in the same system as the shape's own
+  /// point, not relative to it. "DRAWSUBBOARD" and "DELETE" do nothing; "OBLONG", "OPENSHAPE", "NONE" and unknown or
+  /// unfit tags show the message box "You tried to MoveRotate() for UNKNOWN drawObj type - %s." and leave the object as
+  /// it is.
   void vMoveRotate(double dX, double dY, double dAngle, CString sSide);
-  /// Multiplies the anchor points by `dScale`; sizes stay. A tag that takes no part shows a message box.
+  /// Multiplies the anchor points by `dScale`; sizes stay. Of a text x is multiplied twice and y not at all. Tags that
+  /// take no part fare as in `vMoveRotate`, with the same message box.
   void vSetScale(double dScale);
 
   /// Deletes the `CBDdrawObj` that `p` points to. Not those with the tags "OBLONG", "OPENSHAPE", "NONE" or an unknown
@@ -93,15 +97,20 @@ class CBDdrawObj : public laminate::Pooled {
   // ---- tools, which do not use the object ----
 
   /// The width of a line or outline. "SURFACE": the first vertex width over 0.001, else the outline width. "LINE": the
-  /// first width of a point over 0.001 or begin width of an arc other than 0, else 0. Any other tag: 0. Null raises.
+  /// first width of a point over 0.001 or begin width of an arc other than 0, else 0. Any other tag: 0. Null raises,
+  /// and so does a line or surface without its array.
   double GetLineWidthFromDrawObj(CBDdrawObj* p);
   /// The rounded corner at `p2` between the legs towards `p1` and `p3`: the circle of radius `dRadius` that touches
   /// both. Three points in a new array, which the caller owns: tangent point on the leg towards `p1`, centre, tangent
   /// point on the leg towards `p3`. On a bisector along the x axis the centre lies `dRadius` from the corner, along the
-  /// y axis `dRadius` times the square root of 2, whatever the corner's angle.
+  /// y axis `dRadius` times the square root of 2, whatever the corner's angle. Exact to about 1e-7 of the radius, by
+  /// its pi of 3.1415927410125732. Legs of no length, opposite legs and legs that lie on each other give three points
+  /// too.
   CArrayPointD* GetPtArrayFrom3Points(double dRadius, CPointD p1, CPointD p2, CPointD p3);
-  /// The direction from `a` to `b` in degrees, from 0 to below 360; 0 for equal points.
+  /// The direction from `a` to `b` in degrees, from 0 up; 0 for equal points. Off the axes it is slightly below the
+  /// exact value, by its factor for degrees of 57.2957763671875; just below the x axis it rounds to 360.
   double dChgPts2Angle(CPointD a, CPointD b);
+  /// The distance in mm, by the root of the squares.
   double dGetDistanceFrom2Points(CPointD a, CPointD b);
   /// A new oval, which the caller owns, of the oblong's extent: `m_dWidth` is the short axis, `m_dHeight` the long one.
   /// Layer and net are not carried over. Null raises.

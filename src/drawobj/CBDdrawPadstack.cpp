@@ -50,13 +50,10 @@ void ReadLayerName(Walk<PadstackContext>& walk, const CECadClsLvl& node, CBDpads
 }
 
 void ReadEntryShapes(Walk<PadstackContext>& walk, const CECadClsLvl& node, CBDpadstackRefLay&) {
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
-    if (pChild == nullptr) continue;
-    if (auto pShape = ReadDrawObj(*pChild, walk.context)) {
-      pShape->m_sSection = *walk.context.pSection;
-      AppendOwned(*walk.context.pPadstack->m_pShapes, std::move(pShape));
-    }
-  }
+  CBDdrawObjArray& shapes = *walk.context.pPadstack->m_pShapes;
+  const INT_PTR nOld = shapes.GetSize();
+  ReadShapes(node, walk.context, shapes);
+  for (INT_PTR i = nOld; i < shapes.GetSize(); ++i) shapes.GetAt(i)->m_sSection = *walk.context.pSection;
 }
 
 constexpr auto kEntryTokens = MakeForm<CBDpadstackRefLay, PadstackContext>(

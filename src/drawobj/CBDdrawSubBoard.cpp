@@ -12,10 +12,7 @@ namespace {
 
 // The shapes of an assembly are the board's own; they stand there before the assembly itself.
 void ReadAssembly(Walk<const ShapeContext>& walk, const CECadClsLvl& node, CBDdrawSubBoard&) {
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
-    if (pChild == nullptr) continue;
-    if (auto pShape = ReadDrawObj(*pChild, walk.context)) AppendOwned(*walk.context.pBoardShapes, std::move(pShape));
-  }
+  ReadShapes(node, walk.context, *walk.context.pBoardShapes);
 }
 
 constexpr auto kBoardAssembly = MakeForm<CBDdrawSubBoard, const ShapeContext>(
@@ -27,7 +24,7 @@ constexpr auto kBoardAssembly = MakeForm<CBDdrawSubBoard, const ShapeContext>(
 
 template <>
 std::unique_ptr<CBDdrawObj> Make<CBDdrawSubBoard>(const CECadClsLvl& node, const ShapeContext& context) {
-  Required(context.pBoardShapes);
+  if (context.pBoardShapes == nullptr) throw CInvalidArgException("\"boardAssembly\" needs a board", node.m_nLine);
   auto pSubBoard = NewShape<CBDdrawSubBoard>(context);
   WalkChildren(kBoardAssembly, node, *pSubBoard, context);
   return pSubBoard;

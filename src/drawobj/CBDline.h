@@ -35,8 +35,10 @@ class CBDline : public CBDdrawObj {
   void vSetScale(double dScale);
 
   /// A new surface, which the caller owns, with the vertices of `pLine`, which is deleted. Nothing else carries over.
-  /// Null raises.
+  /// `pLine` may be this object; a failure for want of memory leaves it alive. A line without array gives a surface
+  /// without one. Null raises.
   CBDsurface* pChangeCBDline2CBDsurface(CBDline* pLine);
-  /// Index of the first point whose fillet has an `m_dWidth` other than 0, or -1. A null array and a null fillet raise.
+  /// Index in `m_pVertices`, null slots counted, of the first point whose fillet has an `m_dWidth` other than 0, or -1.
+  /// A null array and a null fillet raise.
   int nGetFilletPtIndex() const;
 };

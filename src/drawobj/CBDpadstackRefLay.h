@@ -12,7 +12,8 @@ class TextOut;
 /// What a placed padstack says of one layer.
 ///
 /// Forms read, in a padstack's "conductive" or "nonConductive": (layerNumber N (status T) (geometry SHAPE...)) and
-/// (layer NAME (visible YES|NO) (status T) (geometry SHAPE...)). Written: (layerNumber N (status T)).
+/// (layer NAME (visible YES|NO) (status T) (geometry SHAPE...)); a form of any other keyword has status and geometry.
+/// Written: (layerNumber N (status T)).
 class CBDpadstackRefLay : public laminate::Pooled {
  public:
   CBDpadstackRefLay() = default;
@@ -20,10 +21,10 @@ class CBDpadstackRefLay : public laminate::Pooled {
   CBDpadstackRefLay& operator=(const CBDpadstackRefLay&) = default;
   virtual ~CBDpadstackRefLay();
 
-  CString m_sStatus;
-  int m_nLayerNumber = 0;
-  CString m_sLayerName;
-  int m_bVisible = 1;  ///< 0 when the file says (visible NO)
+  CString m_sStatus;       ///< kept as text
+  int m_nLayerNumber = 0;  ///< 0 where the form gives none, even if its shapes inherit one
+  CString m_sLayerName;    ///< empty where the form gives none, likewise
+  int m_bVisible = 1;      ///< 0 when the file says (visible NO)
 
   /// Always 0. Null raises.
   int nPrint2File(FILE* fp);

@@ -4,9 +4,10 @@
 
 /// A text that names its component, footprint or the like, tag "SYMBOLTEXT".
 ///
-/// Form read: (symbolText (symbolTextType T) (font N) (geometry (text ...))), the rows of "text" going to `m_pText`. An
-/// empty "geometry" raises. Written with "type" in place of "symbolTextType", with (font 0), and with the outer
-/// `m_sString`, which reading does not set, without quotes.
+/// Form read: (symbolText (symbolTextType T) (font N) (geometry (text ...))), the rows of "text" going to `m_pText`. Of
+/// "geometry" the first form counts, and only if it is "text"; none at all raises, and so does a "string" without a
+/// token, while an empty "justify", "flip", "reverse" or "textFrameOffset" is passed over. Written with "type" in place
+/// of "symbolTextType", with (font 0), and with the outer `m_sString`, which reading does not set, without quotes.
 class CBDsymbolText : public CBDdrawObj {
  public:
   CBDsymbolText();

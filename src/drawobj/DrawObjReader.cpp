@@ -49,6 +49,13 @@ std::unique_ptr<CBDdrawObj> ReadDrawObj(const CECadClsLvl& node, const ShapeCont
   return std::move(made.p);
 }
 
+void ReadShapes(const CECadClsLvl& node, const ShapeContext& context, CBDdrawObjArray& shapes) {
+  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+    if (pChild == nullptr) continue;
+    if (auto pShape = ReadDrawObj(*pChild, context)) AppendOwned(shapes, std::move(pShape));
+  }
+}
+
 template <>
 std::vector<FormView<MadeShape>> Grammar() {
   return {View<kShapes>()};

@@ -74,10 +74,7 @@ struct ShapesSpec {
 
   template <class Context, class T>
   static void Read(Walk<Context>& walk, const CECadClsLvl& node, T& object) {
-    for (const CECadClsLvl* pChild : *node.m_pChildren) {
-      if (pChild == nullptr) continue;
-      if (auto pShape = ReadDrawObj(*pChild, walk.context)) AppendOwned(*(object.*kMember), std::move(pShape));
-    }
+    ReadShapes(node, walk.context, *(object.*kMember));
   }
 };
 

@@ -66,12 +66,22 @@ bool IsSharedField(const std::string& name) {
   return names.count(name) != 0;
 }
 
-// A field of an owned object holds that object's gaps; only its size is compared here, and its fields in tests below.
+// A field that owns what is copied with gaps of its own.
 template <class Field>
-constexpr bool kOwnsShapes =
-    std::is_same_v<Field, CBDdrawObjArray*> || std::is_same_v<Field, CBDvertexArray*> ||
-    std::is_same_v<Field, CBDopenShapeArray*> || std::is_same_v<Field, CBDpadstackRefLayArray*> ||
-    std::is_same_v<Field, CBDdrawObj*> || std::is_same_v<Field, CBDtext*>;
+constexpr bool kOwnsArray = std::is_same_v<Field, CBDdrawObjArray*> || std::is_same_v<Field, CBDvertexArray*> ||
+                            std::is_same_v<Field, CBDopenShapeArray*> || std::is_same_v<Field, CBDpadstackRefLayArray*>;
+template <class Field>
+constexpr bool kOwnsShape = std::is_same_v<Field, CBDdrawObj*> || std::is_same_v<Field, CBDtext*>;
+
+// One owned object beside its copy: another one, and what its own `pCopy` makes of it.
+template <class X>
+void CheckOwned(const X* p, const X* pCopy, const std::string& name) {
+  ASSERT_NE(p, nullptr) << name;
+  ASSERT_NE(pCopy, nullptr) << name;
+  EXPECT_NE(p, pCopy) << name;
+  const std::unique_ptr<X> again(p->pCopy());
+  EXPECT_EQ(Text(pCopy), Text(again.get())) << name;
+}
 
 template <class T>
 void CheckCopy(const char* szName, const T& object, const T& copy, bool bByDispatcher) {
@@ -80,6 +90,8 @@ void CheckCopy(const char* szName, const T& object, const T& copy, bool bByDispa
   const auto ofCopy = FieldsOf(copy);
   const auto ofFresh = FieldsOf(fresh);
   const auto gaps = kGaps.find(szName);
+  std::map<std::string, const void*> fields;
+  AllFields(object, [&](const char* szField, const auto& field) { fields[szField] = &field; });
   AllFields(copy, [&](const char* szField, const auto& field) {
     const std::string name = szField;
     bool bCopied = gaps == kGaps.end() || gaps->second.count(name) == 0;
@@ -88,7 +100,17 @@ void CheckCopy(const char* szName, const T& object, const T& copy, bool bByDispa
     }
     if (std::is_base_of_v<CBDvertex, T> && name == "m_dWidth") bCopied = bByDispatcher;
     using Field = std::remove_cvref_t<decltype(field)>;
-    if constexpr (kOwnsShapes<Field>) return;
+    if constexpr (kOwnsArray<Field>) {
+      const Field& of = *static_cast<const Field*>(fields.at(name));
+      EXPECT_NE(field, of) << szName << "::" << name;
+      ASSERT_GT(of->GetSize(), 0) << szName << "::" << name << " shows nothing";
+      ASSERT_EQ(field->GetSize(), of->GetSize()) << szName << "::" << name;
+      for (INT_PTR i = 0; i < of->GetSize(); ++i) CheckOwned(of->GetAt(i), field->GetAt(i), name);
+      return;
+    } else if constexpr (kOwnsShape<Field>) {
+      CheckOwned(*static_cast<const Field*>(fields.at(name)), field, name);
+      return;
+    }
     EXPECT_EQ(ofCopy.at(name), bCopied ? ofObject.at(name) : ofFresh.at(name)) << szName << "::" << name;
     if (bCopied && name != "m_sKind" && name != "m_sType") {
       EXPECT_NE(ofObject.at(name), ofFresh.at(name)) << szName << "::" << name << " shows nothing";
@@ -201,6 +223,62 @@ TEST(Copy, MissingPartsRaiseWhereTheyAreNeededAndAreLeftOutElsewhere) {
   point.m_pFillet = nullptr;
   const std::unique_ptr<CBDvertexPt> pointCopy(point.pCopy());
   EXPECT_NE(pointCopy->m_pFillet, nullptr);
+  CBDdrawPadstack padstack;
+  Fill(padstack);
+  delete std::exchange(padstack.m_pRefLays, nullptr);
+  delete std::exchange(padstack.m_pShapes, nullptr);
+  const std::unique_ptr<CBDdrawPadstack> stack(padstack.pCopy());
+  EXPECT_EQ(Text(stack->m_pRefLays) + Text(stack->m_pShapes), "[][]");
+  EXPECT_EQ(stack->m_sPadstackName, padstack.m_sPadstackName);
+  const CBDareaz area;
+  const std::unique_ptr<CBDareaz> own(area.pCopy());
+  EXPECT_EQ(own->m_pVertices, nullptr);
+  const std::unique_ptr<CBDdrawObj> shared(static_cast<const CBDdrawObj&>(area).pCopy());
+  EXPECT_EQ(At(*shared, "m_pVertices"), "null");
+  CBDdrawSubBoard subBoard;
+  delete std::exchange(subBoard.m_pShapes, nullptr);
+  EXPECT_THROW(subBoard.pCopy(), CInvalidArgException);
+  CBDopenShape open;
+  delete std::exchange(open.m_pVertices, nullptr);
+  EXPECT_THROW(open.pCopy(), CInvalidArgException);
+  CBDsurface flat, whole;
+  delete std::exchange(flat.m_pVertices, nullptr);
+  delete std::exchange(whole.m_pOpenShapes, nullptr);
+  EXPECT_THROW(flat.pCopy(), CInvalidArgException);
+  EXPECT_THROW(whole.pCopy(), CInvalidArgException);
+}
+
+TEST(Copy, EmptyArraysStayEmpty) {
+  EachShapeClass([]<class T>(const char* szName) {
+    if constexpr (!std::is_same_v<T, CBDroundThermal>) {
+      const T fresh;
+      const std::unique_ptr<T> copy(fresh.pCopy());
+      AllFields(*copy, [szName](const char* szField, const auto& field) {
+        using Field = std::remove_cvref_t<decltype(field)>;
+        if constexpr (kOwnsArray<Field>) {
+          if (!std::is_same_v<T, CBDareaz>) {
+            EXPECT_EQ(Text(field), "[]") << szName << "::" << szField;
+          }
+        }
+      });
+    }
+  });
+}
+
+// What is held by itself copies to null too when its tag is in no list or fits no class.
+TEST(Copy, AHeldShapeThatCopiesToNullIsNull) {
+  for (const char* szTag : {"LINE", "OPENSHAPE", "NONE", "circle"}) {
+    CBDdrawPadstack padstack;
+    Fill(padstack);
+    padstack.m_pHole->m_sKind = szTag;
+    const std::unique_ptr<CBDdrawPadstack> stack(padstack.pCopy());
+    EXPECT_EQ(stack->m_pHole, nullptr) << szTag;
+    CBDhole hole;
+    Fill(hole);
+    hole.m_pShape->m_sKind = szTag;
+    const std::unique_ptr<CBDhole> copy(hole.pCopy());
+    EXPECT_EQ(copy->m_pShape, nullptr) << szTag;
+  }
 }
 
 TEST(Copy, ThoseOutsideTheListAreNull) {
@@ -226,8 +304,9 @@ TEST(Copy, ShapesAndVerticesThatCopyToNullAreLeftOut) {
   CBDline line;
   line.m_pVertices->Add(new CBDvertexPt);
   line.m_pVertices->Add(new CBDvertex);
+  line.m_pVertices->Add(nullptr);
   line.m_pVertices->Add(new CBDvertexArc);
-  line.m_pVertices->GetAt(2)->m_sType = "PT";
+  line.m_pVertices->GetAt(3)->m_sType = "PT";
   const std::unique_ptr<CBDline> lineCopy(line.pCopy());
   EXPECT_EQ(lineCopy->m_pVertices->GetSize(), 1);
 }

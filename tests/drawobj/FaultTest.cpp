@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include <clocale>
+#include <cstdio>
 
 #include "base/AllocationFault.h"
 #include "base/CArrayPointD.h"
@@ -44,8 +45,15 @@ const char* const kShapes[] = {
     "(pt "
     "1.5 2.5) (pt 3.5 4.5) (pt 5.5 6.5) (pt 7.5 8.5)) (openShape (vertex (pt 1.5 2.5))) (openShape (outlineWidth "
     "0.5)))))",
-    "(meshplane (geometry (meshplane (meshPitch 0.5) (meshFlags 1 2 3 4 5 6 7 8) (meshShape \"a text that is not held "
-    "inside\") (submeshplane (submeshparameter (meshParamBasePoint (pt 1.5 2.5)))))))",
+    "(meshplane (geometry (meshplane (vertex (pt 1.5 2.5) (pt 3.5 4.5)) (openShape (vertex (pt 1.5 2.5))) (meshPitch "
+    "0.5) (meshFlags 1 2 3 4 5 6 7 8) (meshShape \"a text that is not held inside\") (meshBasePoint (pt 1.5 2.5)) "
+    "(meshRotatePoint (pt 1.5 2.5)) (submeshplane (submeshparameter (meshParamFlags 1 2) (meshParamBasePoint (pt 1.5 "
+    "2.5)) (meshParamRotatePoint (pt 1.5 2.5)))))))",
+    "(fPad P (geometry (circle 1.5) (fpadstack (padstackGroup g (padstack \"a padstack whose name is not held "
+    "inside\")) "
+    "(isTestPad (side \"a text that is not held inside\")) (nonConductive (layer \"a layer whose name is not held "
+    "inside\" (visible NO) (status ON) (geometry (pad \"a pad whose name is not held inside\" (geometry (circle "
+    "1.5)))))))))",
     "(symbolText (symbolTextType \"a text that is not held inside\") (geometry (text (string \"a text that is not held "
     "inside\") (pt 1.5 2.5))))",
     "(text (geometry (text (string \"a text that is not held inside\") (width 1.5) (textAngle 45.5))))",
@@ -130,7 +138,13 @@ TEST(Fault, MemoryFailsInCopying) {
   EachPartClass([]<class T>(const char* szName) {
     T object;
     Fill(object);
-    const int nFailures = ForEachFailingAllocation([&] { delete object.pCopy(); });
+    const std::string before = Describe(object);
+    const int nFailures = ForEachFailingAllocation(
+        [&] {
+          delete object.pCopy();
+          if constexpr (std::is_base_of_v<CBDvertex, T>) delete static_cast<CBDvertex&>(object).pCopy();
+        },
+        [&] { EXPECT_EQ(Describe(object), before); });
     if (kEveryAllocationIsSeen) {
       EXPECT_GT(nFailures, 0) << szName;
     }
@@ -138,72 +152,180 @@ TEST(Fault, MemoryFailsInCopying) {
 }
 
 TEST(Fault, MemoryFailsInConstructing) {
-  EachShapeClass([]<class T>(const char* szName) {
+  const auto check = []<class T>(const char* szName) {
     const int nFailures = ForEachFailingAllocation([] { delete new T; });
     if (kEveryAllocationIsSeen) {
       EXPECT_GT(nFailures, 0) << szName;
     }
-  });
+  };
+  EachShapeClass(check);
+  EachPartClass(check);
 }
 
 TEST(Fault, MemoryFailsInTheTools) {
   CBDoblong oblong;
-  ForEachFailingAllocation([&] { delete oblong.pChangeOblong2Oval(&oblong); });
-  ForEachFailingAllocation(
+  int nFailures = ForEachFailingAllocation([&] { delete oblong.pChangeOblong2Oval(&oblong); });
+  nFailures += ForEachFailingAllocation(
       [&] { delete oblong.GetPtArrayFrom3Points(1, CPointD(5, 0), CPointD(0, 0), CPointD(0, 5)); });
-  // A line that is not converted is not deleted.
-  auto pLine = std::make_unique<CBDline>();
-  pLine->m_pVertices->Add(new CBDvertexPt);
-  CBDline any;
-  ForEachFailingAllocation([&] {
-    const std::unique_ptr<CBDsurface> surface(any.pChangeCBDline2CBDsurface(pLine.get()));
-    pLine.release();
-    EXPECT_EQ(surface->m_pVertices->GetSize(), 1);
-    pLine = std::make_unique<CBDline>();
-    pLine->m_pVertices->Add(new CBDvertexPt);
-  });
-}
-
-TEST(Fault, MemoryFailsInWriting) {
-  CBDline line;
-  line.m_sNet = "a net that is not held inside, with 100% of it";
-  int nFailures = ForEachFailingAllocation(
-      [&] {
-        CBDline again;
-        again.m_sNet = line.m_sNet;
-        std::string s;
-        laminate::TextOut out(s);
-        static_cast<CBDdrawObj&>(again).Write(out, 1);
-      },
-      [&] { EXPECT_EQ(line.m_sNet, "a net that is not held inside, with 100% of it"); });
-  EXPECT_GT(nFailures, 0);
-}
-
-// A reading that fails at any value leaves nothing behind.
-TEST(Fault, EveryMissingValueFailsWithoutALeak) {
-  int nRaised = 0;
-  for (const char* sz : kShapes) {
-    Tree tree(sz);
-    // Takes away the values of one form after the other.
-    std::vector<CECadClsLvl*> forms;
-    const auto collect = [&forms](const auto& self, const CECadClsLvl& node) -> void {
-      forms.push_back(const_cast<CECadClsLvl*>(&node));
-      for (const CECadClsLvl* p : *node.m_pChildren) self(self, *p);
-    };
-    collect(collect, tree.Node());
-    for (CECadClsLvl* pForm : forms) {
-      CStringArray values;
-      values.Copy(pForm->m_arrValues);
-      pForm->m_arrValues.RemoveAll();
-      try {
-        WholeRoad(tree);
-      } catch (const CInvalidArgException&) {
-        ++nRaised;
-      }
-      pForm->m_arrValues.Copy(values);
-    }
+  if (kEveryAllocationIsSeen) {
+    EXPECT_GE(nFailures, 4);
   }
-  EXPECT_GT(nRaised, 50);
+  // A line that is not converted is not deleted. The end of each of the two rounds takes one.
+  std::unique_ptr<CBDline> lines[2];
+  std::unique_ptr<CBDsurface> surfaces[2];
+  for (auto& line : lines) {
+    line = std::make_unique<CBDline>();
+    line->m_pVertices->Add(new CBDvertexPt);
+  }
+  CBDline any;
+  int nDone = 0;
+  nFailures = ForEachFailingAllocation(
+      [&] {
+        surfaces[nDone].reset(any.pChangeCBDline2CBDsurface(lines[nDone].get()));
+        lines[nDone++].release();
+      },
+      [&] { EXPECT_EQ(lines[nDone]->m_pVertices->GetSize(), 1); });
+  ASSERT_EQ(nDone, 2);
+  for (const auto& surface : surfaces) EXPECT_EQ(surface->m_pVertices->GetSize(), 1);
+  if (kEveryAllocationIsSeen) {
+    EXPECT_GT(nFailures, 0);
+  }
+}
+
+// The net name is whole at any failure: as it was, with nothing written, or prepared.
+TEST(Fault, MemoryFailsInWriting) {
+  // Too long for the pool, so that its memory is seen in every build.
+  const std::string before = std::string(600, 'N') + "%";
+  const std::string prepared = "\"" + before + "%\"";
+  std::FILE* fp = std::tmpfile();
+  ASSERT_NE(fp, nullptr);
+  for (const bool bToStream : {false, true}) {
+    // The end of each of the two rounds writes one.
+    CBDline lines[2];
+    std::string texts[2];
+    for (CBDline& line : lines) line.m_sNet = CString(before);
+    int nDone = 0;
+    const int nFailures = ForEachFailingAllocation(
+        [&] {
+          CBDdrawObj& shape = lines[nDone];
+          if (bToStream) {
+            shape.nPrint2File(fp, 1);
+          } else {
+            laminate::TextOut out(texts[nDone]);
+            shape.Write(out, 1);
+            out.Flush();
+          }
+          ++nDone;
+        },
+        [&] {
+          CBDline& line = lines[nDone];
+          if (line.m_sNet.View() == before) {
+            EXPECT_EQ(texts[nDone], "");
+          } else {
+            EXPECT_EQ(line.m_sNet.View(), prepared);
+          }
+          line.m_sNet = CString(before);
+          texts[nDone].clear();
+        });
+    EXPECT_GT(nFailures, 0);
+    ASSERT_EQ(nDone, 2);
+    for (const CBDline& line : lines) EXPECT_EQ(line.m_sNet.View(), prepared);
+  }
+  std::fclose(fp);
+}
+
+// No number that is written asks for memory: a writer takes one buffer, when its text is long, and nothing else.
+TEST(Allocations, NumbersAreWrittenWithoutAny) {
+  const auto count = [](int nPoints, auto write) {
+    CBDline line;
+    CBDsurface surface;
+    for (int i = 0; i < nPoints; ++i) {
+      for (CBDvertexArray* p : {line.m_pVertices, surface.m_pVertices}) {
+        auto* pPoint = new CBDvertexPt;
+        pPoint->m_pt.SetData(i + 0.123456, -1e9 / (i + 1));
+        pPoint->m_dWidth = 0.25;
+        pPoint->m_dTarc = i;
+        pPoint->m_pFillet->m_dFilletWidth = 1e300;
+        p->Add(pPoint);
+      }
+    }
+    const laminate::test::AllocationFault counter(-1, laminate::test::AllocationFault::Duration::once);
+    write(line);
+    write(surface);
+    return counter.Count();
+  };
+  std::string s;
+  s.reserve(8 << 20);
+  const auto toString = [&s](auto& shape) {
+    s.clear();
+    laminate::TextOut out(s);
+    shape.Write(out, 1);
+    out.Flush();
+  };
+  EXPECT_EQ(count(2000, toString), 2);  // a buffer for each of the two
+  EXPECT_EQ(count(100, toString), 2);
+  EXPECT_EQ(count(1, toString), 0);
+  std::FILE* fp = std::fopen("/dev/null", "w");
+  ASSERT_NE(fp, nullptr);
+  const auto toStream = [fp](CBDdrawObj& shape) { shape.nPrint2File(fp, 1); };
+  EXPECT_EQ(count(2000, toStream), 2);
+  std::fclose(fp);
+}
+
+// Takes something away from one form of a tree after the other, reads and gives it back. Gives the number of readings
+// that raised.
+template <class Take>
+int CountRaises(const Tree& tree, Take take) {
+  std::vector<CECadClsLvl*> forms;
+  const auto collect = [&forms](const auto& self, const CECadClsLvl& node) -> void {
+    forms.push_back(const_cast<CECadClsLvl*>(&node));
+    for (const CECadClsLvl* p : *node.m_pChildren) self(self, *p);
+  };
+  collect(collect, tree.Node());
+  int nRaised = 0;
+  for (CECadClsLvl* pForm : forms) {
+    const auto giveBack = take(*pForm);
+    try {
+      WholeRoad(tree);
+    } catch (const CInvalidArgException&) {
+      ++nRaised;
+    }
+    giveBack();
+  }
+  return nRaised;
+}
+
+// A reading that fails at any value or form leaves nothing behind.
+TEST(Fault, EveryMissingValueFailsWithoutALeak) {
+  struct Raises {
+    int byValues, byForms;
+  };
+  const Raises wanted[] = {{6, 0}, {2, 0}, {0, 0}, {3, 0}, {4, 1}, {14, 1}, {3, 0}, {4, 0},
+                           {4, 1}, {4, 0}, {9, 0}, {5, 0}, {3, 0}, {5, 0},  {1, 1}, {2, 0},
+                           {9, 1}, {9, 5}, {9, 0}, {3, 1}, {2, 0}, {0, 0},  {0, 0}};
+  static_assert(std::size(wanted) == std::size(kShapes));
+  for (std::size_t i = 0; i < std::size(kShapes); ++i) {
+    const Tree tree(kShapes[i]);
+    EXPECT_EQ(CountRaises(tree,
+                          [](CECadClsLvl& form) {
+                            auto values = std::make_shared<CStringArray>();
+                            values->Copy(form.m_arrValues);
+                            form.m_arrValues.RemoveAll();
+                            return [&form, values] { form.m_arrValues.Copy(*values); };
+                          }),
+              wanted[i].byValues)
+        << kShapes[i];
+    EXPECT_EQ(CountRaises(tree,
+                          [](CECadClsLvl& form) {
+                            const std::vector<CECadClsLvl*> forms(form.m_pChildren->begin(), form.m_pChildren->end());
+                            form.m_pChildren->RemoveAll();
+                            return [&form, forms] {
+                              for (CECadClsLvl* p : forms) form.m_pChildren->Add(p);
+                            };
+                          }),
+              wanted[i].byForms)
+        << kShapes[i];
+  }
 }
 
 }  // namespace

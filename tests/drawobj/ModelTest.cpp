@@ -1,7 +1,7 @@
 // Tags, fields and defaults, ownership, and the shallow copies of the family.
 #include <gtest/gtest.h>
 
-#include <set>
+#include <map>
 
 #include "drawobj/DrawObjTestSupport.h"
 #include "drawobj/Fields.h"
@@ -52,8 +52,6 @@ struct FieldCheck {
     before = at;
     beforeName = name;
 
-    static const std::set<std::string> made = {"m_pShapes", "m_pRefLays", "m_pHole",       "m_pShape",
-                                               "m_pText",   "m_pFillet",  "m_pProperties", "m_pOpenShapes"};
     std::string wanted;
     if constexpr (std::is_same_v<Field, double>) wanted = "0";
     if constexpr (std::is_same_v<Field, int>) wanted = "0";
@@ -171,12 +169,33 @@ TEST(Model, TwoLinesMadeByTheCopyConstructorShareOneVertexArray) {
   copy.m_pVertices = nullptr;
 }
 
+TEST(Model, CopiesKeepTheirValuesApart) {
+  CBDsurface surface;
+  surface.m_arrMeshFlags.Add(7);
+  surface.m_sMeshShape = "SQUARE";
+  surface.m_ptMeshBase.SetData(1, 2);
+  const std::string before = Describe(surface);
+  CBDsurface copy(surface), assigned;
+  const CBDsurface held(assigned);
+  assigned = surface;
+  for (CBDsurface* p : {&copy, &assigned}) {
+    p->m_arrMeshFlags.Add(1);
+    p->m_sMeshShape += "x";
+    p->m_ptMeshBase.x = 9;
+    EXPECT_EQ(Describe(surface), before);
+    AllFields(*p, Unshare());
+  }
+}
+
 // Counts its deaths, so that a test sees who is deleted.
-struct Mourned : CBDcircle {
-  explicit Mourned(int& nDeaths) : m_nDeaths(nDeaths) {}
-  ~Mourned() override { ++m_nDeaths; }
+template <class T>
+struct MournedOf : T {
+  explicit MournedOf(int& nDeaths) : m_nDeaths(nDeaths) {}
+  ~MournedOf() override { ++m_nDeaths; }
   int& m_nDeaths;
 };
+using Mourned = MournedOf<CBDcircle>;
+using MournedPt = MournedOf<CBDvertexPt>;
 
 TEST(Model, AnArrayDeletesItsShapesThroughTheirBase) {
   int nDeaths = 0;
@@ -205,6 +224,54 @@ TEST(Model, AShapeDeletesWhatItOwns) {
     subBoard.m_pShapes->Add(new Mourned(nDeaths));
   }
   EXPECT_EQ(nDeaths, 5);
+}
+
+// Every object and every array that a field owns, each once.
+TEST(Model, EveryOwnedFieldDiesWithItsShape) {
+  int nFields = 0;
+  const auto check = [&nFields]<class T>(const char* szName) {
+    const auto mourn = [&](auto T::*member, const char* szField) {
+      using X = std::remove_pointer_t<std::remove_reference_t<decltype(std::declval<T&>().*member)>>;
+      int nDeaths = 0;
+      {
+        T object;
+        delete (object.*member);
+        object.*member = new MournedOf<X>(nDeaths);
+      }
+      EXPECT_EQ(nDeaths, 1) << szName << "::" << szField;
+      ++nFields;
+    };
+    if constexpr (requires { &T::m_pVertices; }) mourn(&T::m_pVertices, "m_pVertices");
+    if constexpr (requires { &T::m_pShapes; }) mourn(&T::m_pShapes, "m_pShapes");
+    if constexpr (requires { &T::m_pShape; }) mourn(&T::m_pShape, "m_pShape");
+    if constexpr (requires { &T::m_pHole; }) mourn(&T::m_pHole, "m_pHole");
+    if constexpr (requires { &T::m_pRefLays; }) mourn(&T::m_pRefLays, "m_pRefLays");
+    if constexpr (requires { &T::m_pText; }) mourn(&T::m_pText, "m_pText");
+    if constexpr (requires { &T::m_pOpenShapes; }) mourn(&T::m_pOpenShapes, "m_pOpenShapes");
+    if constexpr (requires { &T::m_pProperties; }) mourn(&T::m_pProperties, "m_pProperties");
+    if constexpr (requires { &T::m_pFillet; }) mourn(&T::m_pFillet, "m_pFillet");
+    int nPointers = 0;
+    const T fresh;
+    AllFields(fresh, [&nPointers](const char*, const auto& field) {
+      nPointers += std::is_pointer_v<std::remove_cvref_t<decltype(field)>> ? 1 : 0;
+    });
+    nFields -= nPointers;
+  };
+  EachShapeClass(check);
+  EachPartClass(check);
+  EXPECT_EQ(nFields, 0) << "fields with a pointer that none of the above names";
+
+  // The elements go with their arrays.
+  int nDeaths = 0;
+  {
+    CBDopenShapeArray shapes;
+    shapes.Add(new MournedOf<CBDopenShape>(nDeaths));
+    CBDpadstackRefLayArray entries;
+    entries.Add(new MournedOf<CBDpadstackRefLay>(nDeaths));
+    CBDvertexArray vertices;
+    vertices.Add(new MournedPt(nDeaths));
+  }
+  EXPECT_EQ(nDeaths, 3);
 }
 
 TEST(Model, NullPointersDieWell) {
@@ -275,11 +342,35 @@ TEST(DeleteDrawObjArray, DeletesElementsByTheirTagsAndTheArray) {
   EXPECT_THROW(any.DeleteDrawObjArray(nullptr), CInvalidArgException);
 }
 
-struct MournedPt : CBDvertexPt {
-  explicit MournedPt(int& nDeaths) : m_nDeaths(nDeaths) {}
-  ~MournedPt() override { ++m_nDeaths; }
-  int& m_nDeaths;
+// An array that tells when it dies, and what it holds then.
+template <class Array>
+struct MournedArray : Array {
+  explicit MournedArray(std::vector<int>& deaths) : m_deaths(deaths) {}
+  ~MournedArray() override { m_deaths.push_back(-1 - static_cast<int>(this->GetSize())); }
+  std::vector<int>& m_deaths;
 };
+template <class T>
+struct Numbered : T {
+  Numbered(int n, std::vector<int>& deaths) : m_n(n), m_deaths(deaths) {}
+  ~Numbered() override { m_deaths.push_back(m_n); }
+  int m_n;
+  std::vector<int>& m_deaths;
+};
+
+TEST(DeleteArrays, FromTheFirstElementToTheLastAndThenTheArray) {
+  std::vector<int> deaths;
+  auto* pShapes = new MournedArray<CBDdrawObjArray>(deaths);
+  auto* pVertices = new MournedArray<CBDvertexArray>(deaths);
+  for (int i = 0; i < 3; ++i) {
+    pShapes->Add(new Numbered<CBDcircle>(i, deaths));
+    pVertices->Add(new Numbered<CBDvertexPt>(i, deaths));
+  }
+  CBDdrawObj().DeleteDrawObjArray(static_cast<CBDdrawObjArray*>(pShapes));
+  EXPECT_EQ(deaths, (std::vector<int>{0, 1, 2, -1}));
+  deaths.clear();
+  CBDvertex().DeleteVertexArray(static_cast<CBDvertexArray*>(pVertices));
+  EXPECT_EQ(deaths, (std::vector<int>{0, 1, 2, -1}));
+}
 
 TEST(DeleteVertexArray, GoesByTheTextWhateverTheClass) {
   int nDeaths = 0;

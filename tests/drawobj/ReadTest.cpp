@@ -1,8 +1,16 @@
 // Reading shapes: every row of every form, for its value, a missing and a wrong token, and a repeated key.
 #include <gtest/gtest.h>
 
+#include <bit>
+#include <cstdint>
+#include <cstdlib>
+#include <ctime>
+#include <random>
+#include <set>
+
 #include "drawobj/DrawObjTestSupport.h"
 #include "drawobj/Fields.h"
+#include "reader/Grammar.h"
 
 namespace {
 
@@ -151,6 +159,8 @@ constexpr RowCase kRows[] = {
     {"(pad P @)", "angle", Kind::real, "m_dAngle"},
     {"(pad P @)", "net", Kind::text, "m_sNet"},
     {"(fPad P @)", "pt", Kind::point, "m_pt"},
+    {"(fPad P @)", "angle", Kind::real, "m_dAngle"},
+    {"(fPad P @)", "net", Kind::text, "m_sNet"},
     {"(padstack P @)", "net", Kind::text, "m_sNet"},
     {"(padstack P @)", "pt", Kind::point, "m_pt"},
     {"(padstack P @)", "angle", Kind::real, "m_dAngle"},
@@ -161,6 +171,14 @@ constexpr RowCase kRows[] = {
     {"(padstack P @)", "drillType", Kind::optionalInteger, "m_nDrillType"},
     {"(padstack P (padstackGroup @))", "padstack", Kind::text, "m_sPadstackName", Repeat::firstWins},
     {"(fpadstack @)", "net", Kind::text, "m_sNet"},
+    {"(fpadstack @)", "pt", Kind::point, "m_pt"},
+    {"(fpadstack @)", "angle", Kind::real, "m_dAngle"},
+    {"(fpadstack @)", "side", Kind::text, "m_sSide"},
+    {"(fpadstack @)", "flip", Kind::text, "m_sFlip"},
+    {"(fpadstack @)", "isBuildupVia", Kind::text, "m_sBuildupVia"},
+    {"(fpadstack (isTestPad @))", "side", Kind::text, "m_sSide", Repeat::firstWins},
+    {"(fpadstack @)", "drillType", Kind::optionalInteger, "m_nDrillType"},
+    {"(fpadstack (conductive (layerNumber 2 @)))", "status", Kind::text, "m_pRefLays/0/m_sStatus", Repeat::firstWins},
     {"(fpadstack (padstackGroup default @))", "padstack", Kind::text, "m_sPadstackName", Repeat::firstWins},
     {"(padstack P (conductive (layerNumber 2 @)))", "status", Kind::text, "m_pRefLays/0/m_sStatus", Repeat::firstWins},
     {"(padstack P (nonConductive (layer L @)))", "status", Kind::text, "m_pRefLays/0/m_sStatus", Repeat::firstWins},
@@ -231,7 +249,10 @@ std::vector<Sample> SamplesOf(Kind kind) {
 }
 
 std::string RowText(const RowCase& row, const std::string& tokens) {
-  if (row.kind == Kind::firstChildPoint) return "(" + std::string(row.key) + " (any " + tokens + "))";
+  // Of the forms in it only the first counts, and a later one may lack its values.
+  if (row.kind == Kind::firstChildPoint) {
+    return "(" + std::string(row.key) + " (any " + tokens + ") (later 9.0 9.0) (last))";
+  }
   return "(" + std::string(row.key) + " " + tokens + ")";
 }
 std::string With(const RowCase& row, const std::string& inner) {
@@ -250,7 +271,24 @@ class ReadRow : public testing::TestWithParam<RowCase> {
     const auto shape = ReadAny(With(GetParam(), inner), context);
     return shape == nullptr ? "null" : At(*shape, GetParam().path);
   }
+  // None of what a form may hold or lack is told to the user.
+  void TearDown() override { EXPECT_EQ(m_boxes.texts, std::vector<std::string>()); }
+
+ private:
+  Boxes m_boxes;
 };
+
+// The text with each byte changed in turn, each letter in the other case, the last byte missing, and one more.
+std::vector<std::string> NearMisses(const std::string& key) {
+  std::vector<std::string> misses{key.substr(0, key.size() - 1), key + "s", "X" + key};
+  for (std::size_t i = 0; i < key.size(); ++i) {
+    misses.push_back(key);
+    misses.back()[i] ^= 1;
+    misses.push_back(key);
+    misses.back()[i] ^= 'a' - 'A';
+  }
+  return misses;
+}
 
 TEST_P(ReadRow, TakesItsValue) {
   for (const Sample& sample : SamplesOf(GetParam().kind)) {
@@ -264,6 +302,8 @@ TEST_P(ReadRow, AMissingTokenRaisesOrIsPassedOver) {
   const std::string empty = RowText(GetParam(), "");
   if (bOptional) {
     EXPECT_EQ(Value(empty), Value(""));
+    const Sample sample = SamplesOf(kind)[0];
+    EXPECT_EQ(Value(RowText(GetParam(), sample.tokens) + empty), sample.value);
   } else {
     EXPECT_THROW(Value(empty), CInvalidArgException);
   }
@@ -282,12 +322,10 @@ TEST_P(ReadRow, ARepeatedKeyOverwritesInAWalkAndIsIgnoredInALookUp) {
 }
 
 TEST_P(ReadRow, KeywordsAreComparedExactly) {
-  RowCase other = GetParam();
-  const std::string key = std::string("X") + other.key;
-  EXPECT_EQ(Value("(" + key + " 1.5 2.5 (any 1.5 2.5))"), Value(""));
-  std::string upper = other.key;
-  upper[0] = static_cast<char>(upper[0] - 'a' + 'A');
-  EXPECT_EQ(Value("(" + upper + " 1.5 2.5 (any 1.5 2.5))"), Value(""));
+  const std::string unread = Value("");
+  for (const std::string& key : NearMisses(GetParam().key)) {
+    EXPECT_EQ(Value("(" + key + " 1.5 2.5 (any 1.5 2.5))"), unread) << key;
+  }
 }
 
 std::string RowName(const testing::TestParamInfo<RowCase>& info) {
@@ -346,7 +384,30 @@ TEST(ReadKeyword, EachYieldsItsClass) {
     EXPECT_EQ(shape->m_nCavityFrom, -1);
     EXPECT_EQ(shape->m_sSection, "");
   }
+  // A form that no row names changes nothing.
+  for (const Case& c : cases) {
+    std::string with = c.text;
+    with.insert(with.size() - 1, " (unknown (circle) (pt))");
+    EXPECT_EQ(Text(ReadAny(with, context).get()), Text(ReadAny(c.text, context).get())) << with;
+  }
   EXPECT_TRUE(boxes.texts.empty());
+}
+
+TEST(ReadKeyword, NearMissesAreUnknown) {
+  const std::set<std::string> keywords = {
+      "basePoint",  "boardAssembly", "circle",       "delete",     "dimension",     "dimLeader", "donut",   "hole",
+      "line",       "shieldLine",    "oblong",       "oval",       "ovalHole",      "pad",       "fPad",    "padstack",
+      "fpadstack",  "rectangle",     "roundThermal", "squareHole", "squareThermal", "area",      "surface", "meshplane",
+      "symbolText", "text",          "ruleArea",     "drawOf",     "cavityFrom",    "cavityTo"};
+  EXPECT_EQ(keywords.size(), 30u);
+  for (const std::string& keyword : keywords) {
+    for (const std::string& near : NearMisses(keyword)) {
+      if (keywords.count(near) != 0) continue;
+      Boxes boxes;
+      EXPECT_EQ(ReadAny("(" + near + " 1)"), nullptr) << near;
+      EXPECT_EQ(boxes.texts, std::vector<std::string>{"New Draw Type : " + near});
+    }
+  }
 }
 
 TEST(ReadKeyword, SomeAreReadOverWithAllThatIsInThem) {
@@ -363,8 +424,10 @@ TEST(ReadKeyword, AnUnknownOneShowsABoxWithItsText) {
   EXPECT_EQ(ReadAny("(Circle 1)"), nullptr);
   EXPECT_EQ(ReadAny("()"), nullptr);
   EXPECT_EQ(ReadAny("(100%s%n)"), nullptr);
-  EXPECT_EQ(boxes.texts, (std::vector<std::string>{"New Draw Type : geometry", "New Draw Type : Circle",
-                                                   "New Draw Type : ", "New Draw Type : 100%s%n"}));
+  EXPECT_EQ(ReadAny("(openShape (outlineWidth 1.0))"), nullptr);
+  EXPECT_EQ(boxes.texts,
+            (std::vector<std::string>{"New Draw Type : geometry", "New Draw Type : Circle",
+                                      "New Draw Type : ", "New Draw Type : 100%s%n", "New Draw Type : openShape"}));
   EXPECT_TRUE(boxes.allPlain);
 }
 
@@ -484,6 +547,28 @@ TEST(ReadSquareHole, AGeometryTakesItsPlace) {
   EXPECT_EQ(boxes.texts, std::vector<std::string>{"New Draw Type : strange"});
 }
 
+TEST(ReadSquareHole, WhatTakesItsPlaceIsInNoRefer) {
+  const auto mark = ReadAny("(squareHole (geometry (delete)))");
+  ASSERT_TRUE(IsExactly<CBDdelete>(*mark));
+  EXPECT_EQ(Text(mark.get()), Describe(CBDdelete()));
+  // The shapes beside it stay in theirs.
+  const auto pad = Read<CBDdrawPad>(
+      "(pad P (geometry (squareHole (geometry (circle 1.0))) (squareHole (geometry (dimension))) (circle 2.0)))");
+  ASSERT_EQ(pad->m_pShapes->GetSize(), 2);
+  EXPECT_EQ(pad->m_pShapes->GetAt(0)->m_bRefer, 0);
+  EXPECT_EQ(pad->m_pShapes->GetAt(1)->m_bRefer, 1);
+  const auto inner =
+      Read<CBDdrawPad>("(squareHole (geometry (squareHole (geometry (pad P (geometry (circle 1.0)))))))");
+  EXPECT_EQ(inner->m_bRefer, 0);
+  EXPECT_EQ(inner->m_pShapes->GetAt(0)->m_bRefer, 0);
+  CBDdrawObjArray board;
+  laminate::ShapeContext context = OnLayer3();
+  context.pBoardShapes = &board;
+  Read<CBDdrawSubBoard>("(squareHole (geometry (boardAssembly (geometry (circle 1.0)))))", context);
+  ASSERT_EQ(board.GetSize(), 1);
+  EXPECT_EQ(board.GetAt(0)->m_bRefer, 0);
+}
+
 TEST(ReadVertices, KeepTheirOrderAndSkipTheRest) {
   const auto line = Read<CBDline>(
       "(line (vertex (pt 1.0 2.0 9) (other 1) (arc CW (r 5.0) (begin (pt 1.0 2.0 (width 0.1))) (center 3.0 4.0) (end "
@@ -516,6 +601,13 @@ TEST(ReadVertices, AbsentPartsKeepTheirDefaults) {
   EXPECT_EQ(At(*line, "m_pVertices/1/m_dTarc"), "0");
   EXPECT_EQ(At(*line, "m_pVertices/1/m_pFillet"), Text(std::make_unique<CBDfillet>().get()));
   EXPECT_EQ(Read<CBDline>("(line (vertex (arc \"\")))")->m_pVertices->GetSize(), 1);
+}
+
+TEST(ReadVertices, APointWithoutFilletHasAnEmptyOne) {
+  const auto line = Read<CBDline>("(line (vertex (pt 1.0 2.0)))");
+  const CBDfillet fresh;
+  EXPECT_EQ(At(*line, "m_pVertices/0/m_pFillet"), Text(&fresh));
+  EXPECT_EQ(Print(*line, 2), "(line\n(vertex\n(pt 1.00000 2.00000)\n)\n)\n");
 }
 
 TEST(ReadVertices, WhatWasAppendedBeforeAFailureStays) {
@@ -571,6 +663,60 @@ TEST(ReadSurface, BothLevelsAppendVerticesAndCutOuts) {
   EXPECT_EQ(surface->m_pOpenShapes->GetAt(0)->m_bRefer, 0);
 }
 
+TEST(ReadSurface, WhatBothLevelsAppendKeepsItsOrder) {
+  const auto surface = Read<CBDsurface>(
+      "(surface (vertex (pt 1.0 1)) (openShape (outlineWidth 0.25)) (geometry (x (vertex (pt 2.0 2)) (openShape "
+      "(outlineWidth 0.5)) (vertex (pt 3.0 3)))) (vertex (pt 4.0 4)))");
+  ASSERT_EQ(surface->m_pVertices->GetSize(), 4);
+  for (int i = 0; i < 4; ++i) EXPECT_EQ(static_cast<CBDvertexPt*>(surface->m_pVertices->GetAt(i))->m_pt.x, i + 1);
+  CBDopenShape wanted;
+  for (int i = 0; i < 2; ++i) {
+    wanted.m_dOutlineWidth = i == 0 ? 0.25 : 0.5;
+    EXPECT_EQ(Text(surface->m_pOpenShapes->GetAt(i)), Describe(wanted));
+  }
+}
+
+TEST(ReadSurface, EveryFormTakesEveryKey) {
+  const std::string inner =
+      " (lowerHeight 1.0) (upperHeight 2.0) (openShape (outlineWidth 0.5)) (geometry (m (alreadySpread) (openShape) "
+      "(meshPitch 1.0) (meshFlags 1) (meshBasePoint (pt 1.0 2.0)) (submeshplane (submeshparameter (meshParamPitch "
+      "2.0))))))";
+  const auto mesh = Read<CBDsurface>("(meshplane" + inner);
+  EXPECT_EQ(At(*mesh, "m_dMeshPitch") + At(*mesh, "m_arrMeshFlags") + At(*mesh, "m_ptMeshBase") +
+                At(*mesh, "m_bSubmesh") + At(*mesh, "m_dParamPitch") + At(*mesh, "m_dUpperHeight"),
+            "1[1,](1,2)122");
+  mesh->m_bMesh = 0;
+  for (const char* szKeyword : {"(area", "(surface"}) {
+    EXPECT_EQ(Describe(*Read<CBDsurface>(szKeyword + inner)), Describe(*mesh)) << szKeyword;
+  }
+}
+
+TEST(ReadSurface, ParametersOfAllSubMeshesFillOneSet) {
+  const auto mesh = Read<CBDsurface>(
+      "(meshplane (geometry (m (submeshplane (submeshparameter (meshParamShape SQUARE) (meshParamPitch 1.0)) "
+      "(submeshparameter (meshParamPitch 2.0) (meshParamFlags 6))) (submeshplane (submeshparameter (meshParamFlags "
+      "7))))))");
+  EXPECT_EQ(mesh->m_sParamShape, "SQUARE");
+  EXPECT_EQ(mesh->m_dParamPitch, 2);
+  EXPECT_EQ(Text(mesh->m_arrParamFlags), "[6,7,]");
+}
+
+TEST(ReadSurface, ACutOutKnowsItsTwoKeysAlone) {
+  Boxes boxes;
+  const auto surface = Read<CBDsurface>(
+      "(surface (openShape (fillWidth) (net) (alreadySpread) (openShape (outlineWidth)) (geometry (s (outlineWidth "
+      "9.0))) (outlineWidth 0.5) (vertex (pt 1.0 1.0)) (vertex (pt 2.0 2.0))))");
+  ASSERT_EQ(surface->m_pOpenShapes->GetSize(), 1);
+  EXPECT_EQ(surface->m_bAlreadySpread, 0);
+  EXPECT_EQ(At(*surface, "m_pOpenShapes/0/m_dOutlineWidth"), "0.5");
+  EXPECT_EQ(surface->m_pOpenShapes->GetAt(0)->m_pVertices->GetSize(), 2);
+  EXPECT_EQ(At(*surface, "m_pOpenShapes/0/m_pVertices/1/m_pt"), "(2,2)");
+  Read<CBDsurface>(
+      "(meshplane (what) (geometry (m (what) (openShape (what)) (submeshplane (what) (submeshparameter (what))))))");
+  Read<CBDsurface>("(surface (geometry (what)))");
+  EXPECT_EQ(boxes.texts, std::vector<std::string>());
+}
+
 TEST(ReadSurface, AlreadySpreadCountsInsideWhateverItSays) {
   EXPECT_EQ(Read<CBDsurface>("(surface (geometry (surface (alreadySpread NO))))")->m_bAlreadySpread, 1);
   EXPECT_EQ(Read<CBDsurface>("(surface (geometry (surface (alreadySpread))))")->m_bAlreadySpread, 1);
@@ -613,6 +759,17 @@ TEST(ReadPad, ItsNameIsATokenOfTheForm) {
   EXPECT_EQ(Describe(*Read<CBDdrawPad>("(fPad P1 (pt 0 0))")), Describe(*Read<CBDdrawPad>("(pad P1 (pt 0 0))")));
   ExpectRaises("(pad)");
   ExpectRaises("(fPad (pt 0 0))");
+}
+
+TEST(ReadPad, BothKeywordsReadTheSame) {
+  const std::string all = " (pt 1.0 2.0) (angle 90) (net N) (geometry (circle 1.0)))";
+  EXPECT_EQ(Describe(*Read<CBDdrawPad>("(fPad P" + all)), Describe(*Read<CBDdrawPad>("(pad P" + all)));
+  const std::string group =
+      " (net N) (pt 1.0 2.0) (angle 90) (fromTo 2 5) (side A) (flip F) (isBuildupVia YES) (drillType 3) (conductive "
+      "(layerNumber 2 (status ON) (geometry (circle 1.0)))) (nonConductive (layer L (visible NO))) (padstackGroup g "
+      "(padstack V)))";
+  EXPECT_EQ(Describe(*Read<CBDdrawPadstack>("(fpadstack" + group)),
+            Describe(*Read<CBDdrawPadstack>("(padstack V" + group)));
 }
 
 TEST(ReadPad, ShapesOfItsGeometry) {
@@ -710,6 +867,53 @@ TEST(ReadPadstack, LaterEntriesInheritTheLayer) {
   EXPECT_EQ(p->m_pRefLays->GetAt(2)->m_nLayerNumber, 0);
 }
 
+// The number and the name that entries change are those of one padstack, and of what stands in it.
+TEST(ReadPadstack, ItsLayerIsItsOwn) {
+  const auto outer = Read<CBDdrawPadstack>(
+      "(padstack V (conductive (layerNumber 2 (geometry (padstack W (nonConductive (layerNumber 9 (geometry (circle "
+      "1.0))) (layer M (geometry (donut))))) (circle 2.0)))))");
+  const auto describe = [](const CBDdrawObj& shape) {
+    return Text(shape.m_nLayerNumber) + " " + std::string(shape.m_sLayerName.View()) + " " +
+           std::string(shape.m_sSection.View());
+  };
+  ASSERT_EQ(outer->m_pShapes->GetSize(), 2);
+  const auto& inner = dynamic_cast<const CBDdrawPadstack&>(*outer->m_pShapes->GetAt(0));
+  EXPECT_EQ(describe(inner), "2 three conductive");
+  ASSERT_EQ(inner.m_pShapes->GetSize(), 2);
+  EXPECT_EQ(describe(*inner.m_pShapes->GetAt(0)), "9 three nonConductive");
+  EXPECT_EQ(describe(*inner.m_pShapes->GetAt(1)), "9 M nonConductive");
+  EXPECT_EQ(describe(*outer->m_pShapes->GetAt(1)), "2 three conductive");
+  const auto pad =
+      Read<CBDdrawPad>("(pad P (geometry (padstack V (conductive (layerNumber 7) (layer M))) (circle 1.0)))");
+  EXPECT_EQ(describe(*pad->m_pShapes->GetAt(1)), "3 three ");
+}
+
+TEST(ReadPadstack, TheSectionIsThatOfItsOwnShapesAlone) {
+  Boxes boxes;
+  CBDdrawObjArray board;
+  laminate::ShapeContext context = OnLayer3();
+  context.pBoardShapes = &board;
+  const auto p = Read<CBDdrawPadstack>(
+      "(padstack V (conductive (layerNumber 2 (geometry (pad P (geometry (circle 1.0))) (delete) (squareHole (geometry "
+      "(oval))) (boardAssembly (geometry (donut))) (what)))))",
+      context);
+  ASSERT_EQ(p->m_pShapes->GetSize(), 4);
+  for (const CBDdrawObj* pShape : *p->m_pShapes) EXPECT_EQ(pShape->m_sSection, "conductive");
+  EXPECT_EQ(At(*p, "m_pShapes/0/m_pShapes/0/m_sSection"), "''");
+  EXPECT_EQ(At(*p, "m_pShapes/0/m_pShapes/0/m_nLayerNumber"), "2");
+  CBDdelete mark;
+  mark.m_sSection = "conductive";
+  EXPECT_EQ(At(*p, "m_pShapes/1"), Describe(mark));
+  EXPECT_EQ(At(*p, "m_pShapes/2/m_sKind"), "'OVAL'");
+  EXPECT_EQ(At(*p, "m_pShapes/2/m_bRefer"), "0");
+  EXPECT_EQ(At(*p, "m_pShapes/3/m_sKind"), "'DRAWSUBBOARD'");
+  ASSERT_EQ(board.GetSize(), 1);
+  EXPECT_EQ(board.GetAt(0)->m_sSection, "");
+  EXPECT_EQ(board.GetAt(0)->m_nLayerNumber, 2);
+  EXPECT_EQ(p->m_pRefLays->GetSize(), 1);
+  EXPECT_EQ(boxes.texts, std::vector<std::string>{"New Draw Type : what"});
+}
+
 TEST(ReadPadstack, EntriesLackingAValueRaise) {
   for (const char* sz : {"(layerNumber)", "(layer)", "(layer A (visible))", "(x (status))", "(layerNumber (status ON))",
                          "(x (geometry (circle)))"}) {
@@ -774,8 +978,22 @@ TEST(ReadBoardAssembly, ItsShapesGoToTheBoardAheadOfIt) {
   EXPECT_EQ(board.GetAt(1)->m_sKind, "LINE");
   EXPECT_EQ(board.GetAt(2)->m_sKind, "DONUT");
   EXPECT_EQ(board.GetAt(3)->m_sKind, "DRAWSUBBOARD");
-  EXPECT_EQ(board.GetAt(0)->m_nLayerNumber, 3);
-  EXPECT_EQ(board.GetAt(0)->m_bRefer, 1);
+  for (const CBDdrawObj* pShape : board) {
+    EXPECT_EQ(pShape->m_nLayerNumber, 3);
+    EXPECT_EQ(pShape->m_sLayerName, "three");
+    EXPECT_EQ(pShape->m_sLayerType, "conductive");
+    EXPECT_EQ(pShape->m_bRefer, 1);
+  }
+}
+
+TEST(ReadBoardAssembly, AnUnknownKeywordInItIsTold) {
+  CBDdrawObjArray board;
+  laminate::ShapeContext context = OnLayer3();
+  context.pBoardShapes = &board;
+  Boxes boxes;
+  Read<CBDdrawSubBoard>("(boardAssembly (geometry (what) (circle 1.0)))", context);
+  EXPECT_EQ(boxes.texts, std::vector<std::string>{"New Draw Type : what"});
+  EXPECT_EQ(board.GetSize(), 1);
 }
 
 TEST(ReadBoardAssembly, WhatReachedTheBoardBeforeAFailureStays) {
@@ -784,6 +1002,8 @@ TEST(ReadBoardAssembly, WhatReachedTheBoardBeforeAFailureStays) {
   context.pBoardShapes = &board;
   EXPECT_THROW(ReadAny("(boardAssembly (geometry (circle 1.0) (circle)))", context), CInvalidArgException);
   EXPECT_EQ(board.GetSize(), 1);
+  EXPECT_THROW(ReadAny("(boardAssembly (geometry (donut)) (angle))", context), CInvalidArgException);
+  EXPECT_EQ(board.GetSize(), 2);
 }
 
 TEST(ReadBoardAssembly, NeedsABoard) {
@@ -791,12 +1011,217 @@ TEST(ReadBoardAssembly, NeedsABoard) {
   EXPECT_THROW(ReadAny("(pad P (geometry (circle 1) (boardAssembly)))"), CInvalidArgException);
 }
 
-TEST(Read, AFaultTellsItsLine) {
+// ---- whole forms ----
+
+struct FormCase {
+  const char* text;
+  const char* path;
+  const char* value;
+};
+
+const FormCase kForms[] = {
+    // tokens of vertices
+    {"(line (vertex (pt 150000 250000)))", "m_pVertices/0/m_pt", "(1.5,2.5)"},
+    {"(line (vertex (pt x y)))", "m_pVertices/0/m_pt", "(0,0)"},
+    {"(line (vertex (pt 1.5 y)))", "m_pVertices/0/m_pt", "(1.5,0)"},
+    {"(line (vertex (arc 12.50 MORE)))", "m_pVertices/0/m_sDirection", "'12.50'"},
+    {"(line (vertex (arc \"\")))", "m_pVertices/0/m_sDirection", "''"},
+    {"(line (vertex (arc ccw)))", "m_pVertices/0/m_sDirection", "'ccw'"},
+    // an arc's width is on its ends, and a later point without one keeps that of the one before
+    {"(line (vertex (arc CW (width 1.5))))", "m_pVertices/0/m_dWidth", "0"},
+    {"(line (vertex (arc CW (width 1.5))))", "m_pVertices/0/m_dBeginWidth", "0"},
+    {"(line (vertex (arc CW (width 1.5))))", "m_pVertices/0/m_dEndWidth", "0"},
+    {"(line (vertex (arc CW (begin (pt 1 2 (width 0.5)) (pt 3.0 4.0)))))", "m_pVertices/0/m_ptBegin", "(3,4)"},
+    {"(line (vertex (arc CW (begin (pt 1 2 (width 0.5)) (pt 3.0 4.0)))))", "m_pVertices/0/m_dBeginWidth", "0.5"},
+    {"(line (vertex (arc CW (end (pt 1 2 (width 0.5)) (pt 3.0 4.0)))))", "m_pVertices/0/m_ptEnd", "(3,4)"},
+    {"(line (vertex (arc CW (end (pt 1 2 (width 0.5)) (pt 3.0 4.0)))))", "m_pVertices/0/m_dEndWidth", "0.5"},
+    {"(line (vertex (pt 1 2 (tarc ON (r 1.0)) (tarc OFF))))", "m_pVertices/0/m_dTarc", "1"},
+    {"(line (vertex (pt 1 2 (fillet (length 1.0)) (fillet (width 2.0)))))", "m_pVertices/0/m_pFillet/m_dLength", "1"},
+    {"(line (vertex (pt 1 2 (fillet (length 1.0)) (fillet (width 2.0)))))", "m_pVertices/0/m_pFillet/m_dWidth", "2"},
+    // tokens of an oblong and a hole
+    {"(oblong (pt 150000 2.5))", "m_ptFirst", "(1.5,2.5)"},
+    {"(oblong (pt x y))", "m_ptFirst", "(0,0)"},
+    {"(hole (fromTo 2.9 -1))", "m_nFrom", "2"},
+    {"(hole (fromTo 2.9 -1))", "m_nTo", "-1"},
+    {"(hole (fromTo 200000 1))", "m_nFrom", "200000"},
+
+    // of a surface's geometry the first form counts
+    {"(surface (geometry (s (outlineWidth 1.0)) (s (outlineWidth 2.0) (fillWidth 3.0) (vertex (pt 1 2)) (openShape))))",
+     "m_dOutlineWidth", "1"},
+    {"(surface (geometry (s) (s (outlineWidth 2.0))))", "m_dOutlineWidth", "0"},
+    {"(surface (geometry (s) (s (vertex (pt 1 2)) (openShape))))", "m_pVertices", "[]"},
+    {"(surface (geometry (s) (s (vertex (pt 1 2)) (openShape))))", "m_pOpenShapes", "[]"},
+    // neither level wins as such: the later one does
+    {"(surface (outlineWidth 2.0) (geometry (s (outlineWidth 1.0))))", "m_dOutlineWidth", "1"},
+    {"(surface (geometry (s (outlineWidth 1.0))) (outlineWidth 2.0))", "m_dOutlineWidth", "2"},
+    {"(surface (fillWidth 2.0) (geometry (s (fillWidth 1.0))))", "m_dFillWidth", "1"},
+    {"(surface (geometry (s (fillWidth 1.0))) (fillWidth 2.0))", "m_dFillWidth", "2"},
+    {"(surface (fillAngle 2) (geometry (s (fillAngle 1))))", "m_dFillAngle", "1"},
+    {"(surface (geometry (s (fillAngle 1))) (fillAngle 2))", "m_dFillAngle", "2"},
+    {"(surface (geometry (s (fillWidth 1.0) (vertex (pt 1.0 1.0)))) (geometry (t (vertex (pt 2.0 2.0)))))",
+     "m_dFillWidth", "1"},
+    {"(surface (geometry (s (vertex (pt 1.0 1.0)))) (geometry (t (vertex (pt 2.0 2.0)))))", "m_pVertices/1/m_pt",
+     "(2,2)"},
+    // what the inner level does not know
+    {"(surface (geometry (s (net) (lowerHeight) (upperHeight) (geometry))))", "m_sNet", "''"},
+    {"(surface (geometry (s (net A) (lowerHeight 1.0) (upperHeight 2.0))))", "m_sNet", "''"},
+    {"(surface (geometry (s (net A) (lowerHeight 1.0) (upperHeight 2.0))))", "m_dLowerHeight", "0"},
+    {"(surface (geometry (s (net A) (lowerHeight 1.0) (upperHeight 2.0))))", "m_dUpperHeight", "0"},
+    {"(surface (geometry (s (geometry (t (outlineWidth 3.0) (vertex (pt 1 2)))))))", "m_dOutlineWidth", "0"},
+    {"(surface (geometry (s (geometry (t (vertex (pt 1 2)))))))", "m_pVertices", "[]"},
+    // mesh keys and those of a sub-mesh have their own levels
+    {"(meshplane (geometry (m (submeshplane (meshParamPitch 3.0) (meshParamShape)))))", "m_dParamPitch", "0"},
+    {"(meshplane (geometry (m (submeshplane (meshParamPitch 3.0) (meshParamShape)))))", "m_bSubmesh", "1"},
+    {"(meshplane (geometry (m (meshParamPitch 1.0) (submeshplane (submeshparameter (meshPitch 2.0))))))",
+     "m_dMeshPitch", "0"},
+    {"(meshplane (geometry (m (meshParamPitch 1.0) (submeshplane (submeshparameter (meshPitch 2.0))))))",
+     "m_dParamPitch", "0"},
+    // flags are whole numbers without units
+    {"(meshplane (geometry (m (meshFlags 12.7 -1 200000 \"\"))))", "m_arrMeshFlags", "[12,-1,200000,0,]"},
+    {"(meshplane (geometry (m (meshFlags (pt 1) 5))))", "m_arrMeshFlags", "[5,]"},
+    {"(meshplane (geometry (m (submeshplane (submeshparameter (meshParamFlags))))))", "m_arrParamFlags", "[]"},
+
+    // names of pads and padstacks
+    {"(pad 12.50 MORE)", "m_sPadName", "'12.50'"},
+    {"(fPad \"a b\")", "m_sPadName", "'a b'"},
+    {"(pad \"\")", "m_sPadName", "''"},
+    {"(padstack 12.50 MORE)", "m_sPadstackName", "'12.50'"},
+    {"(padstack \"\")", "m_sPadstackName", "''"},
+    {"(padstack V (padstackGroup (other X) (padstack V2) (padstack V3)))", "m_sPadstackName", "'V2'"},
+    {"(padstack V (padstackGroup (padstack V2)) (padstackGroup (padstack V3)))", "m_sPadstackName", "'V3'"},
+    // the side of the padstack and that of its test pad are one field
+    {"(padstack V (isTestPad (side B)) (side A))", "m_sSide", "'A'"},
+    {"(padstack V (isTestPad NO (side B)))", "m_sSide", "'B'"},
+    // a span is whole numbers
+    {"(padstack V (fromTo 2.9))", "m_nTo", "2"},
+    {"(padstack V (fromTo 200000 -1.5))", "m_nFrom", "200000"},
+    {"(padstack V (fromTo 200000 -1.5))", "m_nTo", "-1"},
+    {"(padstack V (fromTo (x) 5))", "m_nTo", "5"},
+    {"(fpadstack (fromTo 2 5))", "m_nFrom", "2"},
+    // entries of a padstack
+    {"(padstack V (conductive (layerNumber 2.9 7)))", "m_pRefLays/0/m_nLayerNumber", "2"},
+    {"(padstack V (conductive (layerNumber 200000)))", "m_pRefLays/0/m_nLayerNumber", "200000"},
+    {"(padstack V (conductive (layer 12.50 X)))", "m_pRefLays/0/m_sLayerName", "'12.50'"},
+    {"(padstack V (conductive (layer \"\" (geometry (circle 1)))))", "m_pShapes/0/m_sLayerName", "''"},
+    {"(padstack V (conductive (layerNumber 2 (visible NO) (visible))))", "m_pRefLays/0/m_bVisible", "1"},
+    {"(padstack V (conductive (foo (visible))))", "m_pRefLays/0/m_bVisible", "1"},
+    {"(padstack V (conductive (foo (visible NO))))", "m_pRefLays/0/m_bVisible", "1"},
+    {"(padstack V (conductive (layer A (visible YES) (visible))))", "m_pRefLays/0/m_bVisible", "1"},
+    {"(padstack V (conductive (layerNumber 2 (geometry (circle 1.0)) (geometry (oval) (circle)))))", "m_pShapes/1",
+     "absent"},
+    {"(fpadstack (conductive (layerNumber 2) (layer L (visible NO))))", "m_pRefLays/1/m_bVisible", "0"},
+
+    // of a text the geometry alone is looked at, and in it the first text
+    {"(text (font 7) (geometry (text (kFont 3))))", "m_nFont", "0"},
+    {"(text (geometry (text (font 1)) (text (font 2))))", "m_nFont", "1"},
+    {"(text (geometry (width) (width 1.0) (text)))", "m_dWidth", "0"},
+    {"(text (geometry (text (string old) (string \"\" (A)))))", "m_sString", "''"},
+    {"(text (geometry (text (string (100%n%s)))))", "m_sString", "'(100%n%s)'"},
+    {"(text (geometry (text (string ((B))))))", "m_sString", "'()'"},
+    {"(symbolText (font 7) (geometry (text (string A))))", "m_pText/m_nFont", "0"},
+    {"(symbolText (geometry (text (string A)) (text (string B))))", "m_pText/m_sString", "'A'"},
+    {"(symbolText (geometry (text (string A))) (geometry (text (string B) (font 2))))", "m_pText/m_sString", "'B'"},
+    {"(symbolText (geometry (text (string A))) (geometry (text (font 2))))", "m_pText/m_sString", "'A'"},
+    {"(symbolText (geometry (what (string A))))", "m_pText/m_sString", "''"},
+    {"(symbolText (geometry (text (string A))))", "m_pText/m_sLayerType", "''"},
+    {"(symbolText (geometry (text (string A))))", "m_pText/m_bRefer", "0"},
+    {"(symbolText (type REF))", "m_sSymbolType", "''"},
+};
+
+TEST(Read, FormsAsTheyStand) {
+  Boxes boxes;
+  for (const FormCase& c : kForms) {
+    const auto shape = ReadAny(c.text);
+    ASSERT_NE(shape, nullptr) << c.text;
+    EXPECT_EQ(At(*shape, c.path), c.value) << c.text << " " << c.path;
+  }
+  EXPECT_EQ(boxes.texts, std::vector<std::string>());
+}
+
+// The line that a fault tells, or 0 when there is none.
+int FaultLine(const std::string& text) {
   try {
-    ReadAny("(line\n(vertex\n(pt 1 2)\n(pt 1)\n)\n)");
-    FAIL() << "no exception";
+    ReadAny(text);
   } catch (const CInvalidArgException& e) {
-    EXPECT_EQ(e.m_nLine, 4);
+    return e.m_nLine;
+  }
+  return 0;
+}
+
+TEST(Read, AFaultTellsItsLine) {
+  EXPECT_EQ(FaultLine("(line\n(vertex\n(pt 1 2)\n(pt 1)\n)\n)"), 4);
+  EXPECT_EQ(FaultLine("(surface\n(openShape (vertex (pt 1 2)))\n(openShape (vertex (pt 1 2)\n(pt 3))))"), 4);
+  EXPECT_EQ(FaultLine("(pad P\n(geometry\n(boardAssembly)))"), 3);
+}
+
+// Look-ups by name go by the table's order, not the file's.
+TEST(Read, LookUpsOfALineStandInTheirOrder) {
+  EXPECT_EQ(FaultLine("(line (geometry (line\n(dashLine (dash))\n(type)\n(vertex (pt))\n(penShape))))"), 5);
+  EXPECT_EQ(FaultLine("(line (geometry (line\n(dashLine (dash))\n(type)\n(vertex (pt)))))"), 4);
+  EXPECT_EQ(FaultLine("(line (geometry (line\n(dashLine (dash))\n(type))))"), 3);
+  EXPECT_EQ(FaultLine("(line (geometry (line (dashLine\n(blank)\n(dash)))))"), 3);
+}
+
+// A length is what the C library makes of its text, divided where there is no point in it, to the last bit.
+TEST(Read, LengthsAreThoseOfTheCLibrary) {
+  const auto same = [](const std::string& text) {
+    const double d = std::strtod(text.c_str(), nullptr);
+    const double dWanted = text.find('.') == std::string::npos ? d / 100000.0 : d;
+    const double dLength = laminate::LengthOf(text);
+    return std::bit_cast<std::uint64_t>(dLength) == std::bit_cast<std::uint64_t>(dWanted);
+  };
+  for (const char* sz : {"",
+                         "-",
+                         "-.",
+                         ".",
+                         "-.5",
+                         "1.",
+                         "-0",
+                         "-0.0",
+                         "1.2.3",
+                         "12-3",
+                         "+1.5",
+                         " 1.5",
+                         "--1",
+                         "- 1",
+                         "999999999999999",
+                         "9999999999999999",
+                         "99999999999999",
+                         "0.1234567890123",
+                         "0.12345678901234",
+                         "-0.123456789012",
+                         "123456789012.34",
+                         "0x10",
+                         "0x1.8p1",
+                         "inf",
+                         "nan",
+                         "-inf",
+                         "1e5",
+                         "1.e5",
+                         "00000000000.1",
+                         "18446744073709551616",
+                         "0.000000000000001",
+                         "4.9e-324",
+                         "1e400"}) {
+    EXPECT_TRUE(same(sz)) << sz;
+  }
+  static constexpr char kBytes[] = "00112233445566778899....--+ex ";
+  std::mt19937 random(7);
+  int nDiffer = 0;
+  std::string text;
+  for (int i = 0; i < 2000000 && nDiffer < 10; ++i) {
+    text.resize(random() % 21);
+    // Half of them well formed.
+    const bool bNumber = random() % 2 == 0;
+    for (char& ch : text) ch = bNumber ? kBytes[random() % 20] : kBytes[random() % (sizeof kBytes - 1)];
+    if (bNumber && !text.empty()) {
+      text[random() % text.size()] = '.';
+      if (random() % 2 == 0) text[0] = '-';
+    }
+    if (!same(text)) {
+      ADD_FAILURE() << "'" << text << "'";
+      ++nDiffer;
+    }
   }
 }
 
@@ -826,6 +1251,39 @@ TEST(Read, SkippedFormsLeaveNoSlots) {
   const auto line = Read<CBDline>(text + "))");
   EXPECT_EQ(line->m_pVertices->GetSize(), 1000);
   for (const CBDvertex* p : *line->m_pVertices) EXPECT_NE(p, nullptr);
+}
+
+// Far above what a linear reading takes of 60000 forms, far below what a quadratic one does.
+TEST(Read, ManyFormsTakeLinearTime) {
+  struct Case {
+    const char* begin;
+    const char* form;
+    const char* end;
+    const char* path;  // of the array that they fill
+  };
+  const Case cases[] = {
+      {"(line", " (vertex (pt 0 0))", ")", "m_pVertices"},
+      {"(line (vertex", " (pt 0 0) (skip)", "))", "m_pVertices"},
+      {"(surface", " (vertex (pt 0 0))", ")", "m_pVertices"},
+      {"(surface", " (geometry (s (vertex (pt 0 0))))", ")", "m_pVertices"},
+      {"(surface", " (openShape)", ")", "m_pOpenShapes"},
+      {"(surface (openShape", " (vertex (pt 0 0))", "))", "m_pOpenShapes/0/m_pVertices"},
+      {"(meshplane (geometry (m", " (meshFlags 1)", ")))", "m_arrMeshFlags"},
+      {"(meshplane (geometry (m (submeshplane", " (submeshparameter (meshParamFlags 1))", "))))", "m_arrParamFlags"},
+      {"(padstack V (conductive", " (layerNumber 1)", "))", "m_pRefLays"},
+      {"(padstack V", " (conductive (layerNumber 1))", ")", "m_pRefLays"},
+      {"(padstack V (conductive (layerNumber 1 (geometry", " (delete)", "))))", "m_pShapes"},
+      {"(pad P", " (geometry (delete))", ")", "m_pShapes"}};
+  constexpr std::size_t kCount = 60000;
+  for (const Case& c : cases) {
+    std::string text = c.begin;
+    for (std::size_t i = 0; i < kCount; ++i) text += c.form;
+    const Tree tree(text + c.end);
+    const std::clock_t begin = std::clock();
+    const auto shape = laminate::ReadDrawObj(tree.Node(), OnLayer3());
+    EXPECT_LT(static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC, 3) << c.begin << c.form;
+    EXPECT_GE(At(*shape, c.path).size(), kCount) << c.begin << c.form;
+  }
 }
 
 }  // namespace

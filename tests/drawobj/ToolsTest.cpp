@@ -34,6 +34,8 @@ TEST(Tools, Angle) {
   }
   const double dNan = std::nan("");
   EXPECT_EQ(any.dChgPts2Angle(CPointD(0, 0), CPointD(dNan, 1)), 0);
+  // Just below the x axis it rounds up to the whole turn.
+  EXPECT_EQ(any.dChgPts2Angle(CPointD(0, 0), CPointD(1, -1e-20)), 360);
 }
 
 TEST(Tools, Distance) {
@@ -41,6 +43,8 @@ TEST(Tools, Distance) {
   EXPECT_EQ(any.dGetDistanceFrom2Points(CPointD(1, 2), CPointD(4, 6)), 5);
   EXPECT_EQ(any.dGetDistanceFrom2Points(CPointD(4, 6), CPointD(1, 2)), 5);
   EXPECT_EQ(any.dGetDistanceFrom2Points(CPointD(1, 1), CPointD(1, 1)), 0);
+  // The plain root of the squares, which can be too large.
+  EXPECT_EQ(any.dGetDistanceFrom2Points(CPointD(0, 0), CPointD(3e200, 4e200)), HUGE_VAL);
 }
 
 struct Corner {
@@ -85,6 +89,31 @@ TEST(Tools, RoundedCorner) {
        5,
        0.0001,
        {0.99999999995, 0, 0.99999999995, 9.999999727713111e-06, 0.9999999997499999, 1.9999999995e-05}},
+      // a bisector along an axis, the legs on its other side: the far candidate
+      {1, -5, 0, 0, 0, -3, 0, {-1, 0, -1, 0, -1, 0}},
+      {1,
+       5,
+       -5,
+       0,
+       0,
+       -5,
+       -5,
+       {0.7071067811865476, -0.7071067811865476, 0, -1.4142135623730951, -0.7071067811865476, -0.7071067811865476}},
+      {1, 5, 0, 0, 0, 3, 0, {1, 0, 1, 0, 1, 0}},
+      // straight lines along the y axis and across both
+      {1, 0, 5, 0, 0, 0, -5, {0, 0, 1, 0, 0, 0}},
+      {1,
+       5,
+       1,
+       0,
+       0,
+       -5,
+       -1,
+       {-3.76211317227187e-08, -7.52422634454374e-09, -0.1961161727593158, 0.9805806681666941, -3.76211317227187e-08,
+        -7.52422634454374e-09}},
+      // the other leg of no length, and both
+      {1, 7, 2, 2, 2, 2, 2, {3, 2, 3, 2, 2, 2}},
+      {1, 2, 2, 2, 2, 2, 2, {2, 2, 3, 2, 2, 2}},
   };
   CBDdrawObj any;
   for (const Corner& c : cases) {
@@ -96,6 +125,10 @@ TEST(Tools, RoundedCorner) {
       EXPECT_NEAR((*points)[i].y, c.wanted[2 * i + 1], kTiny) << i;
     }
   }
+  // A hundredth of a degree between the legs is enough for the sine.
+  const std::unique_ptr<CArrayPointD> points(
+      any.GetPtArrayFrom3Points(1, CPointD(1, 0), CPointD(0, 0), CPointD(1, 0.0002)));
+  EXPECT_NEAR((*points)[0].x, 10000.0003707869, 1e-5);
 }
 
 TEST(Tools, CentreOfAnArc) {
@@ -159,6 +192,15 @@ TEST(Tools, WidthOfALine) {
   AddArc(*arcs.m_pVertices).m_dBeginWidth = -0.5;
   AddPt(*arcs.m_pVertices, 3);
   EXPECT_EQ(any.GetLineWidthFromDrawObj(&arcs), -0.5);
+  CBDline thin;
+  AddArc(*thin.m_pVertices).m_dBeginWidth = 0.0005;
+  EXPECT_EQ(any.GetLineWidthFromDrawObj(&thin), 0.0005);
+  // A negative width of a point is none, however large.
+  CBDline negative;
+  AddPt(*negative.m_pVertices, -5);
+  EXPECT_EQ(any.GetLineWidthFromDrawObj(&negative), 0);
+  AddPt(*negative.m_pVertices, 0.2);
+  EXPECT_EQ(any.GetLineWidthFromDrawObj(&negative), 0.2);
 }
 
 TEST(Tools, WidthOfASurface) {
@@ -167,6 +209,7 @@ TEST(Tools, WidthOfASurface) {
   surface.m_dOutlineWidth = 0.75;
   EXPECT_EQ(any.GetLineWidthFromDrawObj(&surface), 0.75);
   AddPt(*surface.m_pVertices, 0.001);
+  AddPt(*surface.m_pVertices, -5);
   AddArc(*surface.m_pVertices).m_dBeginWidth = 9;
   EXPECT_EQ(any.GetLineWidthFromDrawObj(&surface), 0.75);
   AddArc(*surface.m_pVertices).m_dWidth = 0.3;
@@ -188,6 +231,17 @@ TEST(Tools, WidthOfAnythingElse) {
   delete line.m_pVertices;
   line.m_pVertices = nullptr;
   EXPECT_THROW(any.GetLineWidthFromDrawObj(&line), CInvalidArgException);
+  CBDsurface surface;
+  delete std::exchange(surface.m_pVertices, nullptr);
+  EXPECT_THROW(any.GetLineWidthFromDrawObj(&surface), CInvalidArgException);
+  // Vertices with widths count for the two tags alone.
+  CBDopenShape open;
+  CBDareaz area;
+  area.m_pVertices = new CBDvertexArray;
+  CBDline lower;
+  lower.m_sKind = "line";
+  for (CBDvertexArray* p : {open.m_pVertices, area.m_pVertices, lower.m_pVertices}) AddPt(*p, 3);
+  for (CBDdrawObj* p : std::vector<CBDdrawObj*>{&open, &area, &lower}) EXPECT_EQ(any.GetLineWidthFromDrawObj(p), 0);
 }
 
 TEST(Tools, OblongToOval) {
@@ -203,20 +257,24 @@ TEST(Tools, OblongToOval) {
   CBDdrawObj any;
   for (const Case& c : cases) {
     CBDoblong oblong;
-    oblong.m_sLayerName = "L";
-    oblong.m_sNet = "N";
+    Fill(oblong);
     oblong.m_dWidth = 2;
     oblong.m_ptFirst.SetData(c.x1, c.y1);
     oblong.m_ptSecond.SetData(c.x2, c.y2);
+    const std::string before = Describe(oblong);
     const std::unique_ptr<CBDoval> oval(any.pChangeOblong2Oval(&oblong));
     EXPECT_EQ(Text(oval->m_pt), Text(CPointD((c.x1 + c.x2) / 2, (c.y1 + c.y2) / 2)));
     EXPECT_EQ(oval->m_dWidth, 2);
     EXPECT_NEAR(oval->m_dHeight, std::hypot(c.x2 - c.x1, c.y2 - c.y1) + 2, kTiny);
     EXPECT_NEAR(oval->m_dAngle, c.angle, kTiny);
-    EXPECT_EQ(oval->m_sLayerName, "");
-    EXPECT_EQ(oval->m_sNet, "");
-    EXPECT_EQ(oval->m_sKind, "OVAL");
-    EXPECT_EQ(oblong.m_sNet, "N");
+    EXPECT_EQ(Describe(oblong), before);
+    // Nothing but the four.
+    CBDoval fresh;
+    fresh.m_pt = oval->m_pt;
+    fresh.m_dWidth = oval->m_dWidth;
+    fresh.m_dHeight = oval->m_dHeight;
+    fresh.m_dAngle = oval->m_dAngle;
+    EXPECT_EQ(Describe(*oval), Describe(fresh));
   }
   EXPECT_THROW(any.pChangeOblong2Oval(nullptr), CInvalidArgException);
 }
@@ -230,20 +288,32 @@ struct MournedLine : CBDline {
 TEST(Tools, LineToSurface) {
   bool bDead = false;
   auto* pLine = new MournedLine(bDead);
-  pLine->m_sNet = "N";
-  pLine->m_sLayerName = "L";
-  AddPt(*pLine->m_pVertices, 0.5);
+  Fill(static_cast<CBDline&>(*pLine));
   CBDvertexArray* pVertices = pLine->m_pVertices;
   CBDline any;
   const std::unique_ptr<CBDsurface> surface(any.pChangeCBDline2CBDsurface(pLine));
   EXPECT_TRUE(bDead);
   EXPECT_EQ(surface->m_pVertices, pVertices);
-  EXPECT_EQ(surface->m_pVertices->GetSize(), 1);
-  EXPECT_EQ(surface->m_sNet, "");
-  EXPECT_EQ(surface->m_sLayerName, "");
-  EXPECT_EQ(surface->m_dOutlineWidth, 0);
-  EXPECT_EQ(surface->m_dFillWidth, 0);
+  EXPECT_EQ(surface->m_pVertices->GetSize(), 3);
+  // Nothing but the vertices.
+  CBDsurface fresh;
+  CBDvertexArray* const pEmpty = std::exchange(fresh.m_pVertices, pVertices);
+  EXPECT_EQ(Describe(*surface), Describe(fresh));
+  fresh.m_pVertices = pEmpty;
   EXPECT_THROW(any.pChangeCBDline2CBDsurface(nullptr), CInvalidArgException);
+}
+
+TEST(Tools, ALineMayBecomeASurfaceByItself) {
+  bool bDead = false;
+  auto* pLine = new MournedLine(bDead);
+  AddPt(*pLine->m_pVertices, 0.5);
+  const std::unique_ptr<CBDsurface> surface(pLine->pChangeCBDline2CBDsurface(pLine));
+  EXPECT_TRUE(bDead);
+  EXPECT_EQ(surface->m_pVertices->GetSize(), 1);
+  auto* pBare = new CBDline;
+  delete std::exchange(pBare->m_pVertices, nullptr);
+  const std::unique_ptr<CBDsurface> bare(pBare->pChangeCBDline2CBDsurface(pBare));
+  EXPECT_EQ(bare->m_pVertices, nullptr);
 }
 
 TEST(Tools, FirstPointWithAFillet) {
@@ -279,6 +349,8 @@ TEST(Tools, TwoArcsHeadToTail) {
   EXPECT_EQ(surface.bChkArcAndArc(), 1);
   last.m_ptBegin.SetData(std::nextafter(3.0, 4.0), 0);
   EXPECT_EQ(surface.bChkArcAndArc(), 0);
+  last.m_ptBegin.SetData(3, 0.5);
+  EXPECT_EQ(surface.bChkArcAndArc(), 0);
   // The list is a ring, and null slots are not in it.
   last.m_ptEnd.SetData(1, 0);
   EXPECT_EQ(surface.bChkArcAndArc(), 1);
@@ -297,6 +369,18 @@ TEST(Tools, TwoArcsHeadToTail) {
   // A point that says it is an arc is none.
   points.m_pVertices->GetAt(0)->m_sType = "ARC";
   EXPECT_EQ(points.bChkArcAndArc(), 0);
+}
+
+TEST(Tools, MissingArraysAndFilletsRaise) {
+  CBDline line;
+  delete std::exchange(AddPt(*line.m_pVertices, 1).m_pFillet, nullptr);
+  EXPECT_THROW(line.nGetFilletPtIndex(), CInvalidArgException);
+  delete std::exchange(line.m_pVertices, nullptr);
+  EXPECT_THROW(line.nGetFilletPtIndex(), CInvalidArgException);
+  CBDsurface surface;
+  delete std::exchange(surface.m_pVertices, nullptr);
+  EXPECT_THROW(surface.bChkArcAndArc(), CInvalidArgException);
+  EXPECT_THROW(surface.vGiveTarcValueForAllElement(1), CInvalidArgException);
 }
 
 TEST(Tools, TarcOfEveryPoint) {

@@ -2,7 +2,10 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <cstdio>
 #include <limits>
+#include <map>
+#include <random>
 
 #include "base/TextOut.h"
 #include "drawobj/DrawObjTestSupport.h"
@@ -167,6 +170,7 @@ TEST(Write, Hole) {
   const std::string circle = "(circle 0.00000\n(pt 0.00000 0.00000)\n)\n";
   ExpectText(hole, 1, "(hole\n(geometry\n" + circle + ")\n)\n");
   ExpectText(hole, 2, "(hole\n" + circle + ")\n");
+  ExpectText(hole, 3, "(hole\n(geometry\n" + circle + ")\n)\n");
   // A square hole stands for itself.
   delete hole.m_pShape;
   hole.m_pShape = new CBDsquareHole;
@@ -189,6 +193,17 @@ TEST(Write, HolePreparesTheNetOfItsShape) {
   hole.m_pShape->m_sNet = "A";
   Print(hole, 1);
   EXPECT_EQ(hole.m_pShape->m_sNet, "\"A\"");
+  // Of a square hole too, and by the hole's own member, which leaves the hole's name alone.
+  delete hole.m_pShape;
+  hole.m_pShape = new CBDsquareHole;
+  hole.m_pShape->m_sNet = "A%";
+  hole.m_sNet = "H%";
+  Own(hole, 1);
+  EXPECT_EQ(hole.m_pShape->m_sNet, "\"A%%\"");
+  EXPECT_EQ(hole.m_sNet, "H%");
+  Print(hole, 1);
+  EXPECT_EQ(hole.m_pShape->m_sNet, "\"\"A%%%%\"\"");
+  EXPECT_EQ(hole.m_sNet, "\"H%%\"");
 }
 
 CBDvertexPt* AddPt(CBDvertexArray& vertices, double dX, double dY, double dWidth = 0) {
@@ -254,14 +269,91 @@ TEST(Write, NetNameIsQuotedAndItsPercentDoubledInTheObjectEachTime) {
   EXPECT_EQ(empty.m_sNet, "");
 }
 
+TEST(Write, ANetGrowsWithEachWriteAsItIs) {
+  struct Case {
+    std::string net;
+    std::string quoted;
+  };
+  const std::string nPercents(20, '%');
+  const std::string nDoubled(40, '%');
+  for (const Case& c :
+       {Case{"A\"B", "\"A\"B\""}, Case{"\"", "\"\"\""}, Case{"A B", "\"A B\""},
+        Case{"a name that is not held inside" + nPercents, "\"a name that is not held inside" + nDoubled + "\""}}) {
+    CBDline line;
+    line.m_sNet = CString(c.net);
+    EXPECT_EQ(Print(line, 1), "(line\n(net " + c.quoted + ")\n(geometry\n(line\n(vertex\n)\n)\n)\n)\n");
+    EXPECT_EQ(line.m_sNet.View(), c.quoted);
+  }
+  CBDline line;
+  CBDdrawPadstack padstack;
+  CBDsurface mesh;
+  mesh.m_bMesh = 1;
+  for (CBDdrawObj* p : std::vector<CBDdrawObj*>{&line, &padstack, &mesh}) {
+    p->m_sNet = "A%";
+    for (int i = 1; i <= 10; ++i) {
+      const std::string quotes(static_cast<std::size_t>(i), '"');
+      const std::string net = quotes + "A" + std::string(std::size_t{1} << i, '%') + quotes;
+      EXPECT_NE(Print(*p, 1).find("(net " + net + ")\n"), std::string::npos) << i;
+      EXPECT_EQ(p->m_sNet.View(), net);
+    }
+  }
+}
+
+// Of all texts: each that is written stands in the text as it is, and no field changes but the net.
 TEST(Write, OnlyTheNetHasItsPercentDoubled) {
-  CBDtext text;
-  text.m_sString = "100%";
-  text.m_sDir = "%s%n";
-  const std::string s = Print(text, 1);
-  EXPECT_NE(s.find("(string \"100%\")\n"), std::string::npos);
-  EXPECT_NE(s.find("(dir %s%n)\n"), std::string::npos);
-  EXPECT_EQ(text.m_sString, "100%");
+  const std::map<std::string, int> written = {{"CBDdrawPad", 1}, {"CBDdrawPadstack", 1}, {"CBDsymbolText", 6},
+                                              {"CBDtext", 5},    {"CBDline", 3},         {"CBDsurface", 12}};
+  const char* const szText = "100%s%n%%";
+  const auto setTexts = [szText](auto& o) {
+    AllFields(o, [szText](const char* szName, auto& field) {
+      if constexpr (std::is_same_v<std::remove_reference_t<decltype(field)>, CString>) {
+        const std::string_view name(szName);
+        if (name != "m_sKind" && name != "m_sNet" &&
+            (name != "m_sType" || !std::is_base_of_v<CBDvertex, std::remove_reference_t<decltype(o)>>))
+          field = szText;
+      }
+    });
+  };
+  const auto setVertices = [&](CBDvertexArray& vertices) {
+    for (CBDvertex* p : vertices) {
+      if (auto* pPoint = dynamic_cast<CBDvertexPt*>(p)) {
+        setTexts(*pPoint->m_pFillet);
+      } else {
+        setTexts(dynamic_cast<CBDvertexArc&>(*p));
+      }
+    }
+  };
+  EachShapeClass([&]<class T>(const char* szName) {
+    T shape;
+    Fill(shape);
+    setTexts(shape);
+    if constexpr (std::is_same_v<T, CBDdrawPadstack>) {
+      shape.m_nFrom = shape.m_nTo = 1;
+      shape.m_pRefLays->GetAt(0)->m_nLayerNumber = 1;
+      setTexts(*shape.m_pRefLays->GetAt(0));
+    }
+    if constexpr (std::is_same_v<T, CBDsymbolText>) setTexts(*shape.m_pText);
+    if constexpr (std::is_same_v<T, CBDline> || std::is_same_v<T, CBDsurface>) setVertices(*shape.m_pVertices);
+    if constexpr (std::is_same_v<T, CBDsurface>) {
+      shape.m_bMesh = 1;
+      setVertices(*shape.m_pOpenShapes->GetAt(0)->m_pVertices);
+      shape.m_pProperties->Add(new CLProperty(szText, szText));
+    }
+    if constexpr (std::is_same_v<T, CBDhole>) shape.m_pShape->m_sNet = "";
+    shape.m_sNet = "";
+    const std::string before = Describe(shape);
+    for (const int nMode : {1, 2}) {
+      const std::string s = Print(shape, nMode);
+      std::size_t n = 0;
+      for (std::size_t at = 0; (at = s.find(szText, at)) != std::string::npos; ++at) ++n;
+      const auto it = written.find(szName);
+      const bool bEntry = std::is_same_v<T, CBDdrawPadstack> && nMode == 1;
+      EXPECT_EQ(n, (it == written.end() ? 0u : static_cast<unsigned>(it->second)) + (bEntry ? 1u : 0u))
+          << szName << " mode " << nMode << "\n"
+          << s;
+    }
+    EXPECT_EQ(Describe(shape), before) << szName;
+  });
 }
 
 TEST(Write, OpenShape) {
@@ -459,6 +551,34 @@ TEST(WriteSurface, AnArcAmongFewPointsGoesOn) {
              "0.00000)\n)\n)\n)\n)\n");
 }
 
+// The text says what a point is: anything else goes on, whether or not it is written then.
+TEST(WriteSurface, WhatIsAnArcAmongFewPoints) {
+  const std::string begin = "(surface\n(outlineWidth 0.50000)\n(fillWidth 0.25000)\n(fillAngle 45.000000)\n(vertex\n";
+  const std::string point = "(pt 0.00000 1.00000)\n";
+  const std::string arc =
+      "(arc CCW\n(r 0.00000)\n(begin\n(pt 0.00000 0.00000)\n)\n(center 0.00000 0.00000)\n(end\n(pt 0.00000 "
+      "0.00000)\n)\n)\n";
+  // p and a fit their classes, x is an arc of another word, P an arc that says "PT", A a point that says "ARC".
+  for (const auto& [kinds, wanted] : {std::pair<std::string, std::string>{"pa", begin + point + arc + ")\n)\n"},
+                                      {"ap", begin + arc + point + ")\n)\n"},
+                                      {"x", begin + arc + ")\n)\n"},
+                                      {"P", ""},
+                                      {"pP", ""},
+                                      {"A", begin + ")\n)\n"},
+                                      {"pA", begin + point + ")\n)\n"}}) {
+    TestSurface surface(0);
+    for (const char kind : kinds) {
+      if (kind == 'p' || kind == 'A') {
+        AddPt(*surface.m_pVertices, 0, 1)->m_sType = kind == 'p' ? "PT" : "ARC";
+      } else {
+        surface.m_pVertices->Add(new CBDvertexArc);
+        surface.m_pVertices->GetLastElement()->m_sType = kind == 'a' ? "ARC" : kind == 'x' ? "any" : "PT";
+      }
+    }
+    ExpectText(surface, 2, wanted);
+  }
+}
+
 TEST(WriteSurface, CutOuts) {
   TestSurface surface(3);
   surface.m_pOpenShapes->Add(new CBDopenShape);
@@ -484,6 +604,20 @@ TEST(WriteSurface, Area) {
   // Any other value is neither an area nor a surface by itself.
   surface.m_bArea = 2;
   ExpectText(surface, 1, "(surface\n" + Outline(3) + ")\n");
+  // The net is a surface's by itself, not an area's.
+  surface.m_sNet = "N";
+  EXPECT_EQ(Own(surface, 1), "(surface\n" + Outline(3) + ")\n");
+  surface.m_bArea = 1;
+  EXPECT_EQ(Own(surface, 1).find("(net"), std::string::npos);
+}
+
+TEST(WriteSurface, OnlyAMeshOfOneIsAMeshPlane) {
+  TestSurface surface(3);
+  surface.m_bMesh = 2;
+  ExpectText(surface, 1, "(surface\n(geometry\n(surface\n" + Outline(3) + ")\n)\n)\n");
+  TestSurface few(2);
+  few.m_bMesh = 2;
+  ExpectText(few, 1, "");
 }
 
 TEST(WriteSurface, MeshPlane) {
@@ -515,14 +649,31 @@ TEST(WriteSurface, MeshPlane) {
   ExpectText(surface, 1, begin + properties + ")\n)\n)\n");
   surface.m_bArea = 1;
   surface.m_dUpperHeight = surface.m_dLowerHeight = 0;
-  ExpectText(
-      surface, 1,
-      "(area\n(upperHeight 0.00000)\n(lowerHeight 0.00000)\n(geometry\n" + begin + properties + ")\n)\n)\n)\n)\n");
+  const std::string area = "(area\n(upperHeight 0.00000)\n(lowerHeight 0.00000)\n(geometry\n";
+  for (int nMode : {1, 2, 3}) ExpectText(surface, nMode, area + begin + properties + ")\n)\n)\n)\n)\n");
+  // An area that is a mesh plane has its net.
+  surface.m_sNet = "N";
+  std::string named = area + begin + properties + ")\n)\n)\n)\n)\n";
+  named.insert(named.find("(meshplane\n") + 11, "(net N)\n");
+  EXPECT_EQ(Own(surface, 1), named);
+  surface.m_sNet = "";
   surface.m_bArea = 0;
   delete surface.m_pProperties;
   surface.m_pProperties = nullptr;
   surface.m_sNet = "N";
   EXPECT_EQ(Own(surface, 2), "(meshplane\n(net N)\n(geometry\n(meshplane\n" + Outline(0) + ")\n)\n)\n");
+}
+
+TEST(WriteSurface, TheOrderInAMeshPlane) {
+  TestSurface surface(1);
+  surface.m_bMesh = 1;
+  surface.m_bAlreadySpread = 1;
+  surface.m_pOpenShapes->Add(new CBDopenShape);
+  surface.m_pProperties->Add(new CLProperty("meshPitch", "1.0"));
+  ExpectText(surface, 2,
+             "(meshplane\n(geometry\n(meshplane\n(outlineWidth 0.50000)\n(fillWidth 0.25000)\n(fillAngle "
+             "45.000000)\n(alreadySpread YES)\n(vertex\n(pt 0.00000 1.00000)\n)\n(openShape\n(outlineWidth "
+             "0.00000)\n(vertex\n)\n)\n(meshPitch 1.0)\n)\n)\n)\n");
 }
 
 // ---- vertices ----
@@ -617,8 +768,32 @@ TEST(WriteVertex, OneThatDoesNotFitItsClassWritesNothing) {
   EXPECT_EQ(PrintVertex(point, 1, 0), "");
   arc.m_sType = "PT";
   EXPECT_EQ(PrintVertex(arc, 1, 0), "");
-  arc.m_sType = "anything";
-  EXPECT_NE(PrintVertex(arc, 1, 0), "");
+  // An arc of any other word is written as one.
+  arc.m_dBeginWidth = 0.5;
+  for (const int nForm : {1, 2}) {
+    arc.m_sType = "ARC";
+    const std::string text = PrintVertex(arc, nForm, 0);
+    arc.m_sType = "anything";
+    EXPECT_EQ(PrintVertex(arc, nForm, 0), text);
+  }
+}
+
+// The ends of a line are the first and the last vertex, not the first and the last point.
+TEST(WriteVertex, AnArcAtItsEndIsALinesEnd) {
+  const auto add = [](CBDline& line, const char* szDir) {
+    if (szDir == nullptr) {
+      line.m_pVertices->Add(new CBDvertexArc);
+      return;
+    }
+    CBDvertexPt* p = AddPt(*line.m_pVertices, 0, 0);
+    p->m_pFillet->m_dFilletWidth = 1;
+    p->m_pFillet->m_sDir = szDir;
+  };
+  CBDline inside, ends;
+  for (const char* sz : {static_cast<const char*>(nullptr), "D0", static_cast<const char*>(nullptr)}) add(inside, sz);
+  for (const char* sz : {"D0", static_cast<const char*>(nullptr), "D1"}) add(ends, sz);
+  EXPECT_NE(Print(inside, 2).find("(dir D0)"), std::string::npos);
+  EXPECT_EQ(Print(ends, 2).find("(dir"), std::string::npos);
 }
 
 TEST(WriteVertex, ALineKeepsTheDirectionOfFilletsBetweenItsEnds) {
@@ -717,6 +892,8 @@ TEST(Write, NumbersAreThoseOfTheCLibrary) {
                            -1e-300,
                            2.5e-6,
                            12345.678905,
+                           1.234565,
+                           1.2345650000000001,
                            99999.999995,
                            5e-324,
                            std::numeric_limits<double>::max(),
@@ -741,6 +918,24 @@ TEST(Write, NumbersAreThoseOfTheCLibrary) {
   }
 }
 
+// What a file gives with at most five decimals, or in database units, comes back to the last bit, with a ".".
+TEST(Write, LengthsOfAFileComeBackUnchanged) {
+  std::mt19937 random(1);
+  std::vector<int> units{
+      0, 1, -1, 99999, 100000, 100001, std::numeric_limits<int>::max(), std::numeric_limits<int>::min()};
+  while (units.size() < 20000) units.push_back(static_cast<int>(random()) >> random() % 32);
+  for (const int n : units) {
+    const long long nWhole = n < 0 ? -static_cast<long long>(n) : n;
+    char sz[64];
+    std::snprintf(sz, sizeof sz, "%s%lld.%05lld", n < 0 ? "-" : "", nWhole / 100000, nWhole % 100000);
+    const auto donut = Read<CBDdonut>("(donut (out " + std::to_string(n) + ") (in " + sz + "))");
+    EXPECT_EQ(donut->m_dOut, donut->m_dIn) << n;
+    const std::string text = Print(*donut, 1);
+    EXPECT_EQ(text, std::string("(donut\n(out ") + sz + ")\n(in " + sz + ")\n(pt 0.00000 0.00000)\n)\n");
+    EXPECT_EQ(Read<CBDdonut>(text)->m_dOut, donut->m_dOut) << n;
+  }
+}
+
 TEST(Write, TextsEndAtTheirFirstNul) {
   CBDdrawPad pad;
   pad.m_sPadName = CString("P\0Q", 3);
@@ -753,8 +948,26 @@ TEST(Write, ANullStreamRaisesAndChangesNothing) {
   CBDdrawObj& shape = line;
   EXPECT_THROW(shape.nPrint2File(nullptr, 1), CInvalidArgException);
   EXPECT_THROW(shape.nPrint2Header2File(nullptr), CInvalidArgException);
-  EXPECT_THROW(line.nPrint2File(nullptr, 1), CInvalidArgException);
   EXPECT_EQ(line.m_sNet, "A");
+  const auto raises = [](auto& o, const char* szName) {
+    if constexpr (requires { o.nPrint2File(nullptr, 1, 0); }) {
+      EXPECT_THROW(o.nPrint2File(nullptr, 1, 0), CInvalidArgException) << szName;
+    } else if constexpr (requires { o.nPrint2File(nullptr, 1); }) {
+      EXPECT_THROW(o.nPrint2File(nullptr, 1), CInvalidArgException) << szName;
+    } else if constexpr (requires { o.nPrint2File(nullptr); }) {
+      EXPECT_THROW(o.nPrint2File(nullptr), CInvalidArgException) << szName;
+    } else {
+      EXPECT_EQ(std::string_view(szName), "CBDfillet");  // which is written by its point
+    }
+  };
+  const auto check = [&raises]<class T>(const char* szName) {
+    T object;
+    raises(object, szName);
+    if constexpr (std::is_base_of_v<CBDvertex, T>) raises(static_cast<CBDvertex&>(object), "CBDvertex");
+  };
+  EachShapeClass(check);
+  EachPartClass(check);
+  check.template operator()<CBDvertex>("CBDvertex");  // which fits no kind
 }
 
 TEST(Write, AFailingStreamKeepsItsErrorAndTheResultIsZero) {
