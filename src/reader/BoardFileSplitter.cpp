@@ -44,14 +44,23 @@ CString WhyNot(const char* szWhat, const CString& sPath, int nError) {
   return CFileException(CFileException::OsErrorToException(-nError), -nError, std::move(what)).what();
 }
 
+bool CannotWrite(SplitState& state, const CString& sPath, const CString& sText) {
+  state.status.Set(LoadStatus::Result::cannotWriteWorkingFolder, sPath, 0, 0, sText);
+  return false;
+}
+
 // A file that lines of the source are copied to. Lines that follow one another in the source's buffer are kept as one
 // stretch of it, and are written from there.
 class CopiedLines {
  public:
   explicit CopiedLines(PieceLines& lines) : m_lines(lines) {}
 
-  // 0 or the negative errno. What stands at the path is replaced; a link there is not followed.
-  int Create(const CString& sPath, int nPiece) {
+  // Begins the piece of that number, or the one without numbers, in the folder. 0 or the negative errno. What stands at
+  // the path is replaced; a link there is not followed.
+  int Create(const CString& sFolder, const char* szPiece, int nPiece) {
+    CString sName = "others.txt";
+    if (nPiece != 0) sName.Format("\\%s%d.txt", szPiece, nPiece);
+    const CString sPath = BKUtility::GetInstance()->BKPathCombine(sFolder, sName, __FILE__, __LINE__);
     FileSystem& files = TheFileSystem();
     m_sPath = sPath;
     m_nPiece = nPiece;
@@ -134,12 +143,41 @@ class CopiedLines {
   std::string m_gathered;
 };
 
+// A piece that only remembers where its lines stand in the text.
+class NotedLines {
+ public:
+  explicit NotedLines(std::vector<TextPiece>& pieces) : m_pieces(pieces) {}
+
+  int Create(const CString&, const char*, int) {
+    m_pieces.emplace_back();
+    m_bOpen = true;
+    return 0;
+  }
+  bool IsOpen() const { return m_bOpen; }
+  CString Path() const { return {}; }
+  int Append(const Line& line, const char* textEnd, std::int64_t) {
+    const char* const behind = line.end == textEnd ? textEnd : line.end + 1;
+    m_pieces.back().Append({line.begin, static_cast<std::size_t>(behind - line.begin)});
+    return 0;
+  }
+  int EndRun() { return 0; }
+  int Close() {
+    m_bOpen = false;
+    return 0;
+  }
+
+ private:
+  std::vector<TextPiece>& m_pieces;
+  bool m_bOpen = false;
+};
+
 // For lines and prefixes that begin with a bracket. The two bytes behind it tell most lines apart.
 bool Begins(std::string_view s, std::string_view prefix) {
   return s.size() >= prefix.size() && s[1] == prefix[1] && s[2] == prefix[2] && s.starts_with(prefix);
 }
 
 // One of the two sections of a file that are cut into pieces.
+template <class Piece>
 struct Section {
   std::string_view sOpening;  // how the section's opening line begins
   bool bAlone;                // the line holds nothing else
@@ -147,7 +185,7 @@ struct Section {
   std::int64_t nWantedDepth;  // and the depth behind it
   const char* szPiece;        // name of the pieces, before the number
   int* pCount;                // takes the number of pieces where the section ends; or null
-  CopiedLines piece;
+  Piece piece;
 
   std::int64_t nDepth = 0;  // where the section stands; none when it is not above 0
   std::int64_t nForm = 0;   // where the open piece stands; 0 when none is open
@@ -159,58 +197,16 @@ struct Section {
   }
 };
 
+// The decisions: which lines belong to which piece. `Piece` takes the lines.
+template <class Piece>
 class Splitter {
  public:
-  Splitter(const CString& sPath, SplitState& state, Section first, Section second, bool bWithOthers)
-      : m_sPath(sPath),
-        m_state(state),
-        m_first(std::move(first)),
-        m_second(std::move(second)),
-        m_others(state.others),
-        m_bWithOthers(bWithOthers),
-        m_source(sPath) {}
+  Splitter(const CString& sPath, SplitState& state, Section<Piece> first, Section<Piece> second, Piece* pOthers)
+      : m_sPath(sPath), m_state(state), m_first(std::move(first)), m_second(std::move(second)), m_pOthers(pOthers) {}
 
-  // `folder` names the working folder, or raises when there is no place for it.
-  template <class Folder>
-  bool Run(Folder folder) {
-    m_state.others.Clear();
-    m_state.components.Clear();
-    m_state.layers.Clear();
-    m_state.sFolder.Empty();
-    m_state.lock.Close();
-    std::string_view block;
-    bool bMore = m_source.NextBlock(block);
-    if (m_source.Error() != 0) return CannotRead();
-    try {
-      m_state.sFolder = folder();
-    } catch (const CFileException& e) {
-      return CannotWrite(WhyNot("cannot make the data folder ", CString(e.m_strFileName), -e.m_lOsError));
-    }
-    FileSystem& files = TheFileSystem();
-    if (const int nError = MakeFolders(m_state.sFolder.GetString()); nError != 0) {
-      return CannotWrite(WhyNot("cannot make the working folder ", m_state.sFolder, nError));
-    }
-    m_state.lock = OpenedFile(files.LockFolder(m_state.sFolder));
-    if (m_state.lock.Get() == -EWOULDBLOCK) {
-      return CannotWrite("another load uses the working folder " + m_state.sFolder);
-    }
-    if (!m_state.lock.IsOpen()) {
-      // Nothing is lost with it while it is empty.
-      files.RemoveFolder(m_state.sFolder);
-      return CannotWrite(WhyNot("cannot use the working folder ", m_state.sFolder, m_state.lock.Get()));
-    }
-    if (m_bWithOthers && !Create(m_others, "others.txt", 0)) return false;
-    bool bDone = true;
-    for (; bDone && bMore; bMore = bDone && m_source.NextBlock(block)) bDone = Lines(block);
-    if (!bDone) return false;
-    if (m_source.Error() != 0) return CannotRead();
-    for (CopiedLines* pFile : {&m_first.piece, &m_second.piece, &m_others}) {
-      if (pFile->IsOpen() && !Done(*pFile, pFile->Close())) return false;
-    }
-    return true;
-  }
+  // Begins the piece for what stands outside the sections.
+  bool Begin() { return m_pOthers == nullptr || Create(*m_pOthers, nullptr, 0); }
 
- private:
   // The lines of a block, in one pass: brackets are counted as they come, and each line's end decides where it goes.
   bool Lines(std::string_view text) {
     const char* const end = text.data() + text.size();
@@ -237,10 +233,22 @@ class Splitter {
       }
     }
     m_state.bInQuote = bInQuote;
-    for (CopiedLines* pFile : {&m_first.piece, &m_second.piece, &m_others}) {
-      if (bDone && pFile->IsOpen()) bDone = Done(*pFile, pFile->EndRun());
-    }
+    ForEachOpen([&](Piece& piece) { bDone = bDone && Done(piece, piece.EndRun()); });
     return bDone;
+  }
+
+  bool End() {
+    bool bDone = true;
+    ForEachOpen([&](Piece& piece) { bDone = bDone && Done(piece, piece.Close()); });
+    return bDone;
+  }
+
+ private:
+  template <class Function>
+  void ForEachOpen(Function function) {
+    for (Piece* p : {&m_first.piece, &m_second.piece, m_pOthers}) {
+      if (p != nullptr && p->IsOpen()) function(*p);
+    }
   }
 
   // Where a line goes; the depth is that behind it.
@@ -264,17 +272,15 @@ class Splitter {
   bool Copy(const Line& line, std::string_view trimmed, const char* textEnd) {
     if (m_first.nDepth > 0) return InSection(m_first, line, trimmed, textEnd);
     if (m_second.nDepth > 0) return InSection(m_second, line, trimmed, textEnd);
-    return !m_bWithOthers || Done(m_others, m_others.Append(line, textEnd, m_nHostLine));
+    return m_pOthers == nullptr || Done(*m_pOthers, m_pOthers->Append(line, textEnd, m_nHostLine));
   }
 
-  bool InSection(Section& section, const Line& line, std::string_view trimmed, const char* textEnd) {
-    CopiedLines& piece = section.piece;
+  bool InSection(Section<Piece>& section, const Line& line, std::string_view trimmed, const char* textEnd) {
+    Piece& piece = section.piece;
     if (m_nDepth == section.nWantedDepth && Begins(trimmed, section.sWanted)) {
       if (piece.IsOpen() && !Done(piece, piece.Close())) return false;
       ++section.nPieces;
-      CString sName;
-      sName.Format("\\%s%d.txt", section.szPiece, section.nPieces);
-      if (!Create(piece, sName, section.nPieces)) return false;
+      if (!Create(piece, section.szPiece, section.nPieces)) return false;
       section.nForm = m_nDepth;
     }
     if (section.nForm > 0) {
@@ -291,34 +297,74 @@ class Splitter {
     return true;
   }
 
-  bool Create(CopiedLines& file, const CString& sName, int nPiece) {
-    const CString sPath = BKUtility::GetInstance()->BKPathCombine(m_state.sFolder, sName, __FILE__, __LINE__);
-    const int nError = file.Create(sPath, nPiece);
-    return nError == 0 || CannotWrite(WhyNot("cannot create ", sPath, nError));
+  bool Create(Piece& piece, const char* szPiece, int nPiece) {
+    const int nError = piece.Create(m_state.sFolder, szPiece, nPiece);
+    return nError == 0 || CannotWrite(m_state, m_sPath, WhyNot("cannot create ", piece.Path(), nError));
   }
-  bool Done(const CopiedLines& file, int nError) {
-    return nError == 0 || CannotWrite(WhyNot("cannot write ", file.Path(), nError));
-  }
-  bool CannotWrite(const CString& sText) {
-    m_state.status.Set(LoadStatus::Result::cannotWriteWorkingFolder, m_sPath, 0, 0, sText);
-    return false;
-  }
-  bool CannotRead() {
-    m_state.status.Set(LoadStatus::Result::cannotOpen, m_sPath, 0, 0,
-                       WhyNot("cannot read the file", CString(), m_source.Error()));
-    return false;
+  bool Done(const Piece& piece, int nError) {
+    return nError == 0 || CannotWrite(m_state, m_sPath, WhyNot("cannot write ", piece.Path(), nError));
   }
 
   const CString& m_sPath;
   SplitState& m_state;
-  Section m_first;
-  Section m_second;
-  CopiedLines m_others;
-  const bool m_bWithOthers;
-  LineReader m_source;
+  Section<Piece> m_first;
+  Section<Piece> m_second;
+  Piece* const m_pOthers;
   std::int64_t m_nDepth = 0;
   std::int64_t m_nHostLine = 0;
 };
+
+// Cuts a file into its working folder. `folder` names it, or raises when there is no place for it.
+template <class Folder>
+bool SplitFile(const CString& sPath, SplitState& state, Splitter<CopiedLines>& splitter, Folder folder) {
+  LineReader source(sPath);
+  const auto cannotRead = [&] {
+    state.status.Set(LoadStatus::Result::cannotOpen, sPath, 0, 0,
+                     WhyNot("cannot read the file", CString(), source.Error()));
+    return false;
+  };
+  state.others.Clear();
+  state.components.Clear();
+  state.layers.Clear();
+  state.sFolder.Empty();
+  state.lock.Close();
+  std::string_view block;
+  bool bMore = source.NextBlock(block);
+  if (source.Error() != 0) return cannotRead();
+  try {
+    state.sFolder = folder();
+  } catch (const CFileException& e) {
+    return CannotWrite(state, sPath, WhyNot("cannot make the data folder ", CString(e.m_strFileName), -e.m_lOsError));
+  }
+  FileSystem& files = TheFileSystem();
+  if (const int nError = MakeFolders(state.sFolder.GetString()); nError != 0) {
+    return CannotWrite(state, sPath, WhyNot("cannot make the working folder ", state.sFolder, nError));
+  }
+  state.lock = OpenedFile(files.LockFolder(state.sFolder));
+  if (state.lock.Get() == -EWOULDBLOCK) {
+    return CannotWrite(state, sPath, "another load uses the working folder " + state.sFolder);
+  }
+  if (!state.lock.IsOpen()) {
+    // Nothing is lost with it while it is empty.
+    files.RemoveFolder(state.sFolder);
+    return CannotWrite(state, sPath, WhyNot("cannot use the working folder ", state.sFolder, state.lock.Get()));
+  }
+  if (!splitter.Begin()) return false;
+  for (; bMore; bMore = source.NextBlock(block)) {
+    if (!splitter.Lines(block)) return false;
+  }
+  if (source.Error() != 0) return cannotRead();
+  return splitter.End();
+}
+
+template <class Piece>
+Section<Piece> ComponentSection(SplitState& state, Piece piece) {
+  return {"(components", false, "(component", 4, "component", &state.nComponentFileCount, std::move(piece)};
+}
+template <class Piece>
+Section<Piece> LayerSection(SplitState& state, Piece piece) {
+  return {"(boardLayout", false, "(layer", 5, "layer", &state.nLayerFileCount, std::move(piece)};
+}
 
 CString FolderInDataPath(const CString& sName) {
   BKUtility& utility = *BKUtility::GetInstance();
@@ -353,8 +399,7 @@ int PieceLines::HostLine(int nPiece, int nLine) const {
   if (behind == m_runs.begin()) return 0;
   const Run& run = *(behind - 1);
   if (run.nPiece != nPiece) return 0;
-  return static_cast<int>(
-      std::min<std::int64_t>(run.nHostLine + (nLine - run.nLine), std::numeric_limits<int>::max()));
+  return static_cast<int>(std::min<std::int64_t>(run.nHostLine + (nLine - run.nLine), std::numeric_limits<int>::max()));
 }
 
 CString BoardWorkingFolder(const CString& sPath) {
@@ -363,21 +408,92 @@ CString BoardWorkingFolder(const CString& sPath) {
 
 bool SplitBoardFile(const CString& sPath, SplitState& state) {
   return WithPlatformFailures([&] {
-    Section components{
-        "(components", false, "(component", 4, "component", &state.nComponentFileCount, CopiedLines(state.components)};
-    Section layers{"(boardLayout", false, "(layer", 5, "layer", &state.nLayerFileCount, CopiedLines(state.layers)};
-    Splitter splitter(sPath, state, std::move(components), std::move(layers), true);
-    return splitter.Run([&] { return BoardWorkingFolder(sPath); });
+    CopiedLines others(state.others);
+    Splitter<CopiedLines> splitter(sPath, state, ComponentSection(state, CopiedLines(state.components)),
+                                   LayerSection(state, CopiedLines(state.layers)), &others);
+    return SplitFile(sPath, state, splitter, [&] { return BoardWorkingFolder(sPath); });
   });
 }
 
 bool SplitFootprintFile(const CString& sPath, SplitState& state) {
   return WithPlatformFailures([&] {
-    Section padstacks{"(padstacks", false, "(padstack", 4, "PadStack", nullptr, CopiedLines(state.components)};
-    Section footprints{"(footprints", true, "(footprint", 4, "Footprint", nullptr, CopiedLines(state.layers)};
-    Splitter splitter(sPath, state, std::move(padstacks), std::move(footprints), false);
-    return splitter.Run([] { return FolderInDataPath("Tmp"); });
+    Section<CopiedLines> padstacks{
+        "(padstacks", false, "(padstack", 4, "PadStack", nullptr, CopiedLines(state.components)};
+    Section<CopiedLines> footprints{
+        "(footprints", true, "(footprint", 4, "Footprint", nullptr, CopiedLines(state.layers)};
+    Splitter<CopiedLines> splitter(sPath, state, std::move(padstacks), std::move(footprints), nullptr);
+    return SplitFile(sPath, state, splitter, [] { return FolderInDataPath("Tmp"); });
   });
+}
+
+BoardText CutBoardText(std::string_view text) {
+  BoardText board;
+  int bInQuote = 0;
+  int nComponents = 0;
+  int nLayers = 0;
+  LoadStatus status;
+  SplitState state{bInQuote, nComponents, nLayers, status};
+  std::vector<TextPiece> others;
+  const CString sNoPath;
+  WithPlatformFailures([&] {
+    NotedLines outside(others);
+    Splitter<NotedLines> splitter(sNoPath, state, ComponentSection(state, NotedLines(board.components)),
+                                  LayerSection(state, NotedLines(board.layers)), &outside);
+    return splitter.Begin() && splitter.Lines(text) && splitter.End();
+  });
+  board.others = std::move(others.front());
+  // Pieces of a section that never ends count for nothing.
+  board.components.resize(std::min(board.components.size(), static_cast<std::size_t>(nComponents)));
+  board.layers.resize(std::min(board.layers.size(), static_cast<std::size_t>(nLayers)));
+  return board;
+}
+
+void TextPiece::Append(std::string_view run) {
+  if (run.empty()) return;
+  if (!m_runs.empty() && m_runs.back().text.data() + m_runs.back().text.size() == run.data()) {
+    std::string_view& last = m_runs.back().text;
+    last = {last.data(), last.size() + run.size()};
+  } else {
+    m_runs.push_back({m_nSize, run});
+  }
+  m_nSize += run.size();
+}
+
+std::string_view TextPiece::Text(std::string& sJoined) const {
+  static constexpr char kNothing[LineReader::kPadding] = {};
+  if (m_runs.size() <= 1) return m_runs.empty() ? std::string_view(kNothing, 0) : m_runs.front().text;
+  sJoined.clear();
+  sJoined.reserve(m_nSize + LineReader::kPadding);
+  for (const Run& run : m_runs) sJoined += run.text;
+  sJoined.append(LineReader::kPadding, '\0');
+  return std::string_view(sJoined).substr(0, m_nSize);
+}
+
+const char* TextPiece::Source(std::size_t nOffset) const {
+  const auto behind = std::upper_bound(m_runs.begin(), m_runs.end(), nOffset,
+                                       [](std::size_t n, const Run& run) { return n < run.nOffset; });
+  if (behind == m_runs.begin()) return nullptr;
+  const Run& run = *(behind - 1);
+  return run.text.data() + (nOffset - run.nOffset);
+}
+
+bool operator==(const TextPiece& a, const TextPiece& b) {
+  if (a.m_nSize != b.m_nSize) return false;
+  // The runs may be cut differently.
+  auto ra = a.m_runs.begin();
+  auto rb = b.m_runs.begin();
+  std::string_view ta;
+  std::string_view tb;
+  for (std::size_t nLeft = a.m_nSize; nLeft != 0;) {
+    if (ta.empty()) ta = (ra++)->text;
+    if (tb.empty()) tb = (rb++)->text;
+    const std::size_t n = std::min(ta.size(), tb.size());
+    if (ta.substr(0, n) != tb.substr(0, n)) return false;
+    ta.remove_prefix(n);
+    tb.remove_prefix(n);
+    nLeft -= n;
+  }
+  return true;
 }
 
 }  // namespace laminate

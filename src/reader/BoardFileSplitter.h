@@ -60,4 +60,38 @@ bool SplitBoardFile(const CString& sPath, SplitState& state);
 /// "Data/Tmp" under the data path, where they stay for the host. Fails as `SplitBoardFile` does.
 bool SplitFootprintFile(const CString& sPath, SplitState& state);
 
+/// The lines of a text that belong to one piece.
+class TextPiece {
+ public:
+  /// Adds what follows in the piece, a stretch of the text.
+  void Append(std::string_view run);
+  /// The lines, with their ends as they stand; they read as the piece's file does. Where the stretches do not follow
+  /// one another they are put together in `sJoined`. `LineReader::kPadding` bytes are readable behind it.
+  std::string_view Text(std::string& sJoined) const;
+  /// Where a byte of `Text`, or its end, stands in the text that was cut.
+  const char* Source(std::size_t nOffset) const;
+  std::size_t Size() const { return m_nSize; }
+  /// Equal texts, wherever they stand.
+  friend bool operator==(const TextPiece& a, const TextPiece& b);
+
+ private:
+  struct Run {
+    std::size_t nOffset;  // in the piece
+    std::string_view text;
+  };
+  std::vector<Run> m_runs;
+  std::size_t m_nSize = 0;
+};
+
+/// The pieces of a board file's text, as `SplitBoardFile` writes them for a root that split nothing before.
+struct BoardText {
+  TextPiece others;
+  std::vector<TextPiece> components;
+  std::vector<TextPiece> layers;
+};
+
+/// Cuts a board file's text that is at hand; `LineReader::kPadding` bytes must be readable behind it. The pieces refer
+/// to the text.
+BoardText CutBoardText(std::string_view text);
+
 }  // namespace laminate

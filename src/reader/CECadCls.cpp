@@ -6,6 +6,7 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <vector>
 
 #include "base/CException.h"
 #include "base/FileSystem.h"
@@ -13,6 +14,7 @@
 #include "reader/ByteScan.h"
 #include "reader/LineReader.h"
 #include "reader/RestOfLine.h"
+#include "reader/TextParse.h"
 #include "reader/TreeBuilder.h"
 
 using laminate::Diagnostic;
@@ -104,7 +106,7 @@ void Restart(CECadCls& reader) {
 
 // One pass over the text, block by block. A token is a stretch of it; only a string that spans lines is put together
 // elsewhere.
-template <bool kDiagnose>
+template <bool kDiagnose, bool kRanges = false>
 class WholeFile {
   using Scan = laminate::ByteScan<' ', '(', ')', '"', '\n'>;
 
@@ -113,6 +115,11 @@ class WholeFile {
       : m_reader(reader), m_bQuoteEndsAtLineEnd(bQuoteEndsAtLineEnd), m_builder(pComplete) {}
 
   TreeBuilder& Builder() { return m_builder; }
+  // Where the forms stand goes here, each behind those in it. The text must be at hand as a whole.
+  void TellRanges(std::string_view text, std::vector<laminate::FormRange>& ranges) requires kRanges {
+    m_text = text.data();
+    m_pRanges = &ranges;
+  }
 
   // False when a bracket stops the parse.
   bool Read(LineReader& lines) {
@@ -186,10 +193,17 @@ class WholeFile {
             BadOpening(m_reader, opened, m_reader.m_nLineNo, Column(static_cast<std::size_t>(p - m_line)));
             return nullptr;
           }
+          if constexpr (kRanges) m_openAt.push_back(static_cast<std::size_t>(p - m_text));
           break;
         }
         case ')':
           Token(token, p);
+          if constexpr (kRanges) {
+            if (m_builder.Level() > 0) {
+              m_pRanges->push_back({m_openAt.back(), static_cast<std::size_t>(p + 1 - m_text)});
+              m_openAt.pop_back();
+            }
+          }
           m_builder.Close();
           if (m_builder.Level() == -1) [[unlikely]] {
             Fault(m_reader, m_reader.m_nLineNo, Column(static_cast<std::size_t>(p - m_line)), kClosedTooOften);
@@ -328,6 +342,10 @@ class WholeFile {
   std::string m_carried;  // what earlier lines hold of the string, line feeds included
   int m_nStringLine = 0;
   int m_nStringColumn = 0;
+
+  const char* m_text = nullptr;  // where the ranges are counted from
+  std::vector<std::size_t> m_openAt;
+  std::vector<laminate::FormRange>* m_pRanges = nullptr;
 };
 
 // ---- one form ----
@@ -535,6 +553,21 @@ CECadClsLvl* ParseFormAt(CECadCls& reader, ULONGLONG nOffset) {
 }
 
 }  // namespace
+
+int laminate::ParseText(CECadCls& reader, std::string_view text, std::vector<FormRange>* pRanges) {
+  return WithPlatformFailures([&] {
+    Restart(reader);
+    LineReader lines = LineReader::OfText(text);
+    const auto read = [&](auto& parse) { return parse.Read(lines) && parse.Builder().Level() == 0 ? 0 : -1; };
+    if (pRanges == nullptr) {
+      WholeFile<false> parse(reader, false, reader.m_pRootArray);
+      return read(parse);
+    }
+    WholeFile<false, true> parse(reader, false, reader.m_pRootArray);
+    parse.TellRanges(text, *pRanges);
+    return read(parse);
+  });
+}
 
 int CECadCls::nParseFile(int bQuoteEndsAtLineEnd) {
   return WithPlatformFailures([&] {

@@ -48,11 +48,12 @@ bool LineReader::ReadMore() {
     m_nBufferOffset = Position();
     std::memmove(m_buffer.get(), m_at, nLeft);
   }
-  m_at = m_buffer.get();
-  m_end = m_at + nLeft;
-  const std::int64_t nRead = TheFileSystem().Read(m_file.Get(), m_end, m_nCapacity - nLeft);
-  if (nRead > 0) m_end += nRead;
-  std::memset(m_end, 0, kPadding);
+  char* const free = m_buffer.get() + nLeft;
+  const std::int64_t nRead = TheFileSystem().Read(m_file.Get(), free, m_nCapacity - nLeft);
+  char* const end = nRead > 0 ? free + nRead : free;
+  std::memset(end, 0, kPadding);
+  m_begin = m_at = m_buffer.get();
+  m_end = end;
   if (nRead > 0) return true;
   if (nRead < 0) m_nError = static_cast<int>(nRead);
   m_file.Close();

@@ -101,16 +101,11 @@ int LinesBefore(const CString& sPath, ULONGLONG nOffset) {
 
 }  // namespace
 
-void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
-  const LoadLog log(target.pLogFile);
-  const auto pReader = std::make_unique<CECadCls>();
-  pReader->m_sFileName = sPath;
-  log.Line<"FTF file parsing\n">();
-  pReader->nParseFile(0);
-  log.Line<"Complete FTF file parsing\n">();
-  TakeOver(target.status, pReader->m_status);
+namespace {
 
-  const CECadClsLvl* pRoot = pReader->m_pRootArray->pFind("ftf");
+void ReadFile(const CECadCls& reader, FootprintFileTarget& target, const LoadLog& log) {
+  const CString& sPath = reader.m_sFileName;
+  const CECadClsLvl* pRoot = reader.m_pRootArray->pFind("ftf");
   if (pRoot == nullptr) {
     target.status.Set(LoadStatus::Result::notWellFormed, sPath, 0, 0, "the file has no form \"ftf\"");
     return;
@@ -125,6 +120,24 @@ void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
     if (const CECadClsLvl* p = FindChild(*pRoot, "footprintContainer")) ReadContainer(*p, target, context, log);
   });
   log.Line<"Complete Translating FTF file to BD Database\n">();
+}
+
+}  // namespace
+
+void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
+  const LoadLog log(target.pLogFile);
+  const auto pReader = std::make_unique<CECadCls>();
+  pReader->m_sFileName = sPath;
+  log.Line<"FTF file parsing\n">();
+  pReader->nParseFile(0);
+  log.Line<"Complete FTF file parsing\n">();
+  TakeOver(target.status, pReader->m_status);
+  ReadFile(*pReader, target, log);
+}
+
+void ReadFootprintFile(const CECadCls& reader, FootprintFileTarget& target) {
+  TakeOver(target.status, reader.m_status);
+  ReadFile(reader, target, LoadLog(nullptr));
 }
 
 void LoadFootprintsByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarget& target) {

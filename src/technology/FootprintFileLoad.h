@@ -8,6 +8,7 @@
 class CBDdrawObjArray;
 class CBDfootprintContainer;
 class CBDtechnologyContainer;
+class CECadCls;
 
 namespace laminate {
 
@@ -23,6 +24,9 @@ struct FootprintFileTarget {
 /// Loads a footprint file whole. A file without a root form "ftf" gives nothing. A value that a form needs and lacks
 /// raises `CInvalidArgException`, after the status has told it with its line; what was read stays.
 void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target);
+
+/// The same for a file that has been parsed whole. Nothing is logged.
+void ReadFootprintFile(const CECadCls& reader, FootprintFileTarget& target);
 
 /// Loads the footprints of the given names, each in one tree of its own; the rest of the file is only scanned. Their
 /// "uver" and properties are left out, and only the first layer of each pin is read. Nothing is logged.

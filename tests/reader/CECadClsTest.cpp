@@ -6,7 +6,9 @@
 #include <cerrno>
 
 #include "base/CException.h"
+#include "reader/LineReader.h"
 #include "reader/ReaderTestSupport.h"
+#include "reader/TextParse.h"
 
 namespace {
 
@@ -579,6 +581,45 @@ TEST_F(Reader, AHostThatRaisesInTheBoxLosesNothing) {
   m_parser.Files().files["text"] = "(a\n)" + Brackets(30);
   EXPECT_THROW(reader.nParseNamedForm("a"), CInvalidArgException);
   EXPECT_EQ(Brief(*reader.m_pRootArray), "{a[]}{a[]}");
+}
+
+// ---- texts at hand ----
+
+struct TextAtHand {
+  explicit TextAtHand(const std::string& s) : padded(s + std::string(laminate::LineReader::kPadding, '\0')) {
+    result = laminate::ParseText(reader, std::string_view(padded).substr(0, s.size()), &ranges);
+  }
+  std::string padded;
+  CECadCls reader;
+  std::vector<laminate::FormRange> ranges;
+  int result;
+};
+
+TEST(TextAtHandTest, TellsWhereEachFormStands) {
+  const std::string text = "// (no)\n(a 1\r\n (b \"x)(y\") (c\n)\n)\n(d)";
+  const TextAtHand parsed(text);
+  EXPECT_EQ(parsed.result, 0);
+  EXPECT_EQ(Brief(*parsed.reader.m_pRootArray), "{a[1]{b[x)(y]}{c[]}}{d[]}");
+  std::vector<std::string> forms;
+  for (const laminate::FormRange& range : parsed.ranges) {
+    forms.push_back(text.substr(range.nBegin, range.nEnd - range.nBegin));
+  }
+  EXPECT_EQ(forms, (std::vector<std::string>{"(b \"x)(y\")", "(c\n)", "(a 1\r\n (b \"x)(y\") (c\n)\n)", "(d)"}));
+}
+
+TEST(TextAtHandTest, IsReadAsAFileIsAndShowsNoBox) {
+  BoxRecorder boxes;
+  const CHostInterfaceScope scope(boxes);
+  const TextAtHand open("(a (b)");
+  EXPECT_EQ(open.result, -1);
+  EXPECT_EQ(open.reader.m_status.m_result, laminate::LoadStatus::Result::notWellFormed);
+  EXPECT_EQ(open.reader.m_status.m_nLine, 1);
+  const TextAtHand closed("(a)\n)");
+  EXPECT_EQ(closed.result, -1);
+  EXPECT_EQ(Brief(*closed.reader.m_pRootArray), "{a[]}");
+  const TextAtHand deep(std::string(21, '('));
+  EXPECT_EQ(deep.result, -1);
+  EXPECT_TRUE(boxes.texts.empty());
 }
 
 }  // namespace
