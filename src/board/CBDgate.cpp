@@ -27,6 +27,7 @@ CBDgate::CBDgate() : m_pGatePinArray(new CBDgatePinArray) {}
 CBDgate::~CBDgate() { delete m_pGatePinArray; }
 
 RowSpan<CBDgate> laminate::GateRows() { return kGate.Rows(); }
+RowSpan<CBDgatePin> laminate::GatePinRows() { return kGatePin.Rows(); }
 
 std::unique_ptr<CBDgate> laminate::ReadGate(const CECadClsLvl& node) {
   auto p = std::make_unique<CBDgate>();

@@ -21,7 +21,7 @@ constexpr auto kLineGeometry =
 constexpr auto kLine =
     MakeForm<CBDline>(Text<&CBDline::m_sNet>("net"), Text<&CBDline::m_sPenShape>("penShape"),
                       Text<&CBDline::m_sThermalData>("thermalData"), Vertices<&CBDline::m_pVertices>("vertex"),
-                      AnyFirstFormByName<kLineGeometry>("geometry"));
+                      AnyFirstFormByName<kLineGeometry, "line">("geometry"));
 
 }  // namespace
 

@@ -65,7 +65,7 @@ constexpr auto kSurface = MakeForm<CBDsurface>(
     Text<&CBDsurface::m_sNet>("net"), Length<&CBDsurface::m_dOutlineWidth>("outlineWidth"),
     Length<&CBDsurface::m_dFillWidth>("fillWidth"), Real<&CBDsurface::m_dFillAngle>("fillAngle"),
     Vertices<&CBDsurface::m_pVertices>("vertex"), Custom<&AppendOpenShape>("openShape", "m_pOpenShapes; kOpenShape"),
-    AnyFirstForm<kInnerSurface>("geometry"));
+    AnyFirstForm<kInnerSurface, "surface">("geometry"));
 
 // What the keyword itself says; "area" and "surface" say nothing.
 constexpr auto kSurfaceKeyword = MakeForm<CBDsurface>(SetFlag<&CBDsurface::m_bMesh>("meshplane"));

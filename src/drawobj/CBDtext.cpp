@@ -25,9 +25,10 @@ void ReadString(Walk<NoContext>&, const CECadClsLvl& node, CBDtext& text) {
   }
 }
 
-constexpr auto kInnerText = MakeTextForm(
-    Custom<&ReadString>("string", "m_sString"), Text<&CBDtext::m_sJustify>("justify"), Text<&CBDtext::m_sFlip>("flip"),
-    Text<&CBDtext::m_sReverse>("reverse"), Length<&CBDtext::m_dTextFrameOffset>("textFrameOffset"));
+constexpr auto kInnerText =
+    MakeTextForm(Custom<&ReadString, Conversion::text, &CBDtext::m_sString>("string", "m_sString"),
+                 Text<&CBDtext::m_sJustify>("justify"), Text<&CBDtext::m_sFlip>("flip"),
+                 Text<&CBDtext::m_sReverse>("reverse"), Length<&CBDtext::m_dTextFrameOffset>("textFrameOffset"));
 
 constexpr auto kTextGeometry = MakeForm<CBDtext>(Nested<kInnerText>("text"));
 

@@ -89,6 +89,15 @@ struct PointWithSpec {
     grammar_detail::ReadField<Conversion::point, kMember>(node, object);
     WalkFirstByName(kForm, node, object);
   }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    visitor.OnField(grammar_detail::kMemberName<kMember>);
+    visitor.OnPointForm(sKey, object.*kMember);
+    for (const auto& row : kForm) {
+      if (row.show != nullptr) row.show(row.key, object, visitor);
+    }
+    visitor.OnFormEnd();
+  }
 };
 
 template <auto kFlag, const auto& kForm>

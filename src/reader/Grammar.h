@@ -89,8 +89,9 @@ struct Walk {
 /// For forms that need nothing of their surroundings.
 struct NoContext {};
 
-/// A second reader of the rows: it is shown what an object holds for each row, in the row's own terms. Custom rows show
-/// nothing here; whoever visits a form says itself what becomes of them.
+/// A second reader of the rows: it is shown what an object holds for each row, in the row's own terms. Rows that make
+/// objects, and custom ones that do not say how they are shown, show nothing here; whoever visits a form says itself
+/// what becomes of them.
 class RowVisitor {
  public:
   virtual ~RowVisitor() = default;
@@ -102,9 +103,25 @@ class RowVisitor {
   virtual void OnIntegers(std::string_view key, const CArrayN& values) = 0;
   virtual void OnTexts(std::string_view key, const CStringArray& values) = 0;
   virtual void OnFlag(std::string_view key, int nValue) = 0;
+  /// The first form of that keyword sets one field, each later one another.
+  virtual void OnPoints(std::string_view key, const CPointD& first, const CPointD& later) {
+    OnPoint(key, first);
+    OnPoint(key, later);
+  }
+  virtual void OnIntegerPair(std::string_view key, int nFirst, int nSecond) {
+    OnInteger(key, nFirst);
+    OnInteger(key, nSecond);
+  }
   /// A nested form: the rows between the two belong in it.
   virtual void OnForm(std::string_view /*key*/) {}
   virtual void OnFormEnd() {}
+  /// A nested form with a point of its own for tokens, which ends like any other.
+  virtual void OnPointForm(std::string_view key, const CPointD& pt) {
+    OnForm(key);
+    OnPoint(key, pt);
+  }
+  /// Comes before each value: the field that holds it, as the code spells it.
+  virtual void OnField(std::string_view /*field*/) {}
 };
 
 template <class T, class Context>
@@ -120,6 +137,9 @@ constexpr std::string_view MemberName() {
   s = s.substr(n + 10);
   return s.substr(0, s.find_first_of(";]"));
 }
+
+template <auto kMember>
+inline constexpr std::string_view kMemberName = MemberName<kMember>();
 
 template <class M>
 struct MemberOf;
@@ -164,6 +184,7 @@ void ReadField(const CECadClsLvl& node, T& object) {
 template <Conversion kConversion, auto kMember, class T>
 void ShowField(std::string_view key, const T& object, RowVisitor& visitor) {
   const auto& field = object.*kMember;
+  visitor.OnField(kMemberName<kMember>);
   if constexpr (kConversion == Conversion::length || kConversion == Conversion::optionalLength) {
     visitor.OnLength(key, field);
   } else if constexpr (kConversion == Conversion::real) {
@@ -188,7 +209,7 @@ template <Conversion kConversion, auto kMember>
 struct FieldSpec {
   std::string_view key;
 };
-template <auto kFunction>
+template <auto kFunction, Conversion kShown, auto kMember>
 struct CustomSpec {
   std::string_view key;
   std::string_view field;
@@ -219,10 +240,15 @@ struct Row {
       grammar_detail::ShowField<kConversion, kMember, T>(sKey, object, visitor);
     };
   }
-  template <auto kFunction>
-  constexpr Row(grammar_detail::CustomSpec<kFunction> spec)
+  template <auto kFunction, Conversion kShown, auto kMember>
+  constexpr Row(grammar_detail::CustomSpec<kFunction, kShown, kMember> spec)
       : key(spec.key), conversion(Conversion::custom), field(spec.field) {
     read = [](Walk<Context>& walk, const CECadClsLvl& node, T& object) { kFunction(walk, node, object); };
+    if constexpr (kShown != Conversion::custom) {
+      show = [](std::string_view sKey, const T& object, RowVisitor& visitor) {
+        grammar_detail::ShowField<kShown, kMember, T>(sKey, object, visitor);
+      };
+    }
   }
   constexpr Row(grammar_detail::SkipSpec spec) : key(spec.key) {}
   /// Any other kind of row: a class with `key`, `kConversion`, `Field()`, `Read(walk, child, object)` and, if what it
@@ -293,10 +319,11 @@ constexpr auto SetFlag(std::string_view key) {
   static_assert(std::is_same_v<grammar_detail::FieldType<kMember>, int>);
   return grammar_detail::FieldSpec<Conversion::setFlag, kMember>{key};
 }
-/// `kFunction` is callable as (Walk<Context>&, const CECadClsLvl& child, T& object); `field` says what it fills.
-template <auto kFunction>
+/// `kFunction` is callable as (Walk<Context>&, const CECadClsLvl& child, T& object); `field` says what it fills. A row
+/// that gives a field back as another conversion would read it names that one and the field.
+template <auto kFunction, Conversion kShown = Conversion::custom, auto kMember = nullptr>
 constexpr auto Custom(std::string_view key, std::string_view field) {
-  return grammar_detail::CustomSpec<kFunction>{key, field};
+  return grammar_detail::CustomSpec<kFunction, kShown, kMember>{key, field};
 }
 constexpr auto Skip(std::string_view key) { return grammar_detail::SkipSpec{key}; }
 
@@ -529,8 +556,18 @@ struct FormSpec {
   }
 };
 
-// The first form in a nested one, whatever its keyword; `sName` is the keyword that it usually has.
-template <Conversion kHow, const auto& kForm, auto kInto>
+// A keyword as a template argument.
+template <std::size_t N>
+struct Keyword {
+  char text[N];
+  consteval Keyword(const char (&sz)[N]) {
+    for (std::size_t i = 0; i < N; ++i) text[i] = sz[i];
+  }
+  constexpr std::string_view View() const { return {text, N - 1}; }
+};
+
+// The first form in a nested one, whatever its keyword; `kFirst` is the one under which it is shown.
+template <Conversion kHow, const auto& kForm, Keyword kFirst, auto kInto>
 struct AnyFirstSpec {
   static constexpr Conversion kConversion = Conversion::firstForm;
   static constexpr std::string_view Field() { return FormName<kForm>(); }
@@ -542,7 +579,9 @@ struct AnyFirstSpec {
   }
   template <class T>
   static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
-    ShowForm<kForm, kInto>(sKey, object, visitor);
+    visitor.OnForm(sKey);
+    ShowForm<kForm, kInto>(kFirst.View(), object, visitor);
+    visitor.OnFormEnd();
   }
 };
 
@@ -556,6 +595,11 @@ struct IntegerPairSpec {
   static void Read(Walk<Context>&, const CECadClsLvl& node, T& object) {
     object.*kFirst = Atoi(Token(node, 1).View());
     object.*kSecond = Atoi(Token(node, 2).View());
+  }
+  template <class T>
+  static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
+    visitor.OnField(kMemberName<kFirst>);
+    visitor.OnIntegerPair(sKey, object.*kFirst, object.*kSecond);
   }
 };
 
@@ -575,8 +619,8 @@ struct PointSequenceSpec {
   }
   template <class T>
   static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
-    visitor.OnPoint(sKey, object.*kFirst);
-    visitor.OnPoint(sKey, object.*kLater);
+    visitor.OnField(kMemberName<kFirst>);
+    visitor.OnPoints(sKey, object.*kFirst, object.*kLater);
   }
 };
 
@@ -593,6 +637,7 @@ struct FirstChildPointSpec {
   template <class T>
   static void Show(std::string_view sKey, const T& object, RowVisitor& visitor) {
     visitor.OnForm(sKey);
+    visitor.OnField(kMemberName<kMember>);
     visitor.OnPoint("pt", object.*kMember);
     visitor.OnFormEnd();
   }
@@ -615,15 +660,16 @@ template <const auto& kForm, auto kInto = nullptr>
 constexpr auto FirstForm(std::string_view key) {
   return grammar_detail::FormSpec<Conversion::firstForm, kForm, kInto>{key};
 }
-/// A nested form of which the first form in it is walked by `kForm`, whatever its name. An empty one raises.
-template <const auto& kForm, auto kInto = nullptr>
+/// A nested form of which the first form in it is walked by `kForm`, whatever its name; `kFirst` is the usual one. An
+/// empty one raises.
+template <const auto& kForm, grammar_detail::Keyword kFirst, auto kInto = nullptr>
 constexpr auto AnyFirstForm(std::string_view key) {
-  return grammar_detail::AnyFirstSpec<Conversion::form, kForm, kInto>{key};
+  return grammar_detail::AnyFirstSpec<Conversion::form, kForm, kFirst, kInto>{key};
 }
 /// The same, each row of the first form being looked up by name.
-template <const auto& kForm, auto kInto = nullptr>
+template <const auto& kForm, grammar_detail::Keyword kFirst, auto kInto = nullptr>
 constexpr auto AnyFirstFormByName(std::string_view key) {
-  return grammar_detail::AnyFirstSpec<Conversion::formByName, kForm, kInto>{key};
+  return grammar_detail::AnyFirstSpec<Conversion::formByName, kForm, kFirst, kInto>{key};
 }
 template <auto kFirst, auto kSecond>
 constexpr auto IntegerPair(std::string_view key) {

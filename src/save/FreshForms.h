@@ -51,6 +51,8 @@ struct SavedDesign {
   const CBDboardContainer* pBoard = nullptr;
   const CBDparameter* pParameter = nullptr;
   const CBDlibraryEntities* pLibraryEntities = nullptr;
+  /// How many layer forms the layout has at least, empty ones among them: the reader counts them.
+  int nLayers = 0;
 };
 
 /// Where a shape stands, which decides what its form may say.
@@ -70,7 +72,7 @@ struct ShapeLayer {
   int nNumber = 0;
 };
 
-/// The whole files: "pcf" and "ftf".
+/// The whole files, with the end of the last line.
 void PutBoardFile(FormText& text, const SavedDesign& design);
 void PutFootprintFile(FormText& text, const SavedDesign& design);
 
@@ -83,10 +85,13 @@ void Put(FormText& text, const CBDparameter& parameter);
 void Put(FormText& text, const CBDlibraryEntities& entities);
 
 // ---- shapes ----
-/// A run of shapes of one layer as a "layer" form; see `SameLayer`.
-void PutLayer(FormText& text, ShapePlace place, std::span<CBDdrawObj* const> shapes);
+/// A run of shapes of one layer as a "layer" form; see `RunOfLayer`.
+/// `nFirst` is the index of the first one in its array, for what is told of losses.
+void PutLayer(FormText& text, ShapePlace place, std::span<CBDdrawObj* const> shapes, std::size_t nFirst = 0);
 /// Whether a shape can stand in the layer form of another one. One that bears no layer stands in any.
 bool SameLayer(const CBDdrawObj& a, const CBDdrawObj& b);
+/// How many of the shapes, from the first one on, make a run of one layer.
+std::size_t RunOfLayer(std::span<CBDdrawObj* const> shapes);
 /// One shape in such a form, with its "refer" where it has one.
 void PutShape(FormText& text, ShapePlace place, const ShapeLayer& layer, const CBDdrawObj& shape);
 void Put(FormText& text, const CBDvertex& vertex);
@@ -97,7 +102,8 @@ void Put(FormText& text, const CBDcompGroup& group);
 void Put(FormText& text, const CBDnet& net);
 void Put(FormText& text, const CBDrefPin& refPin);
 void Put(FormText& text, const CBDcomponent& component);
-void Put(FormText& text, const CBDgate& gate);
+/// `nNumber` is the gate's place in its component, from 1; the reader drops it.
+void Put(FormText& text, const CBDgate& gate, int nNumber = 1);
 void Put(FormText& text, const CBDpin& pin);
 void Put(FormText& text, const CBDpinGate& pinGate);
 void Put(FormText& text, const CBDbondwire& bondwire);
