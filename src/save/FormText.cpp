@@ -46,6 +46,7 @@ void FormText::Open(std::string_view sKey, Lines lines) {
 void FormText::Close() {
   const OpenForm form = std::move(m_open.back());
   m_open.pop_back();
+  m_bStay = false;
   if (!form.sTail.empty()) {
     BreakLine(m_open.size() + 1);
     m_out.Bytes(form.sTail);

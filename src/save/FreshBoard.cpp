@@ -19,6 +19,7 @@
 #include "board/LayerForms.h"
 #include "save/FreshShapes.h"
 #include "save/RowPlan.h"
+#include "save/Spelling.h"
 #include "technology/CBDcondLayer.h"
 #include "technology/CBDfootprintLayer.h"
 #include "technology/CBDmap.h"
@@ -190,9 +191,12 @@ void PutProperties(FormText& text, const CBDcomponent& component) {
 void Put(FormText& text, const CBDcomponent& component) {
   RefuseUnsaid<&CBDcomponent::m_ptMinRect1, &CBDcomponent::m_ptMinRect2, &CBDcomponent::m_aVerbatim>(text, component);
   const Scope form(text, "component");
-  // Were it all on one line, the splitter would not see it.
-  text.StayOnLine();
-  if (component.m_sReference.IsEmpty()) text.BreakNext();
+  // The splitter sees the form only if its first line leaves no other one open, nor itself closed.
+  if (!component.m_sReference.IsEmpty() && FitsAnywhere(component.m_sReference.View())) {
+    text.StayOnLine();
+  } else {
+    text.BreakNext();
+  }
   PlanOf<CBDcomponent, &ComponentRows>().Put(text, component);
   PutLayout<&CBDcomponent::m_pDrawObjArray>(text, ShapePlace::component, component);
   int nGate = 0;
@@ -282,6 +286,7 @@ void PutBoard(FormText& text, const CBDboardContainer& board, int nLayers) {
   PutSection<&CBDboardContainer::m_pSubBoardArray, CBDsubBoard>(text, "subBoards", board, kNoName);
   {
     const Scope components(text, "components");
+    text.BreakNext();  // the splitter takes it that the section goes on behind its first line
     const Piece piece(text);
     PutEach<&CBDboardContainer::m_pComponentArray>(
         text, board, [](const CBDcomponent& component) { return component.m_sReference.View(); },

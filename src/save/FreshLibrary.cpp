@@ -150,7 +150,7 @@ void PutTechnology(FormText& text, const CBDtechnologyContainer& technology) {
 
 void PutFootprintTechnology(FormText& text, const CBDtechnologyContainer& technology) {
   constexpr std::string_view sReason = "a footprint file has only footprint layers";
-  RefuseUnsaid<&Technology::m_nConductorLayers>(text, technology);
+  RefuseUnsaid<&Technology::m_nConductorLayers>(text, technology, sReason);
   RefuseElements<&Technology::m_pNonConductiveLayerArray>(text, technology, sReason);
   RefuseElements<&Technology::m_pCondLayerArray>(text, technology, sReason);
   RefuseElements<&Technology::m_pSubLayerArray>(text, technology, sReason);
@@ -185,9 +185,10 @@ void PutDrill(FormText& text, const CBDpadstackHole& drill) {
   RefuseUnsaid<&CBDpadstackHole::m_sFootLayer>(text, drill);
   if (drill.m_pDrawObj == nullptr) return;
   const auto* pHole = dynamic_cast<const CBDhole*>(drill.m_pDrawObj);
-  if (pHole == nullptr) return text.Refuse(kField<&CBDpadstackHole::m_pDrawObj>, "it is a hole");
+  if (pHole == nullptr) return text.Refuse(kField<&CBDpadstackHole::m_pDrawObj>, "the drill is a hole");
   const Step step(text, "m_pDrawObj");
-  RefuseUnsaid<&CBDhole::m_nFrom, &CBDhole::m_nTo, &CBDhole::m_sDrillType, &CBDhole::m_nHoleType>(text, *pHole);
+  RefuseUnsaid<&CBDhole::m_nFrom, &CBDhole::m_nTo, &CBDhole::m_sDrillType, &CBDhole::m_nHoleType>(
+      text, *pHole, "of the drill of a padstack only the shape is read");
   RefuseUnlikeSurroundings(text, *pHole, Fresh<CBDhole>().m_sKind, {ShapePlace::geometry, {{}, "HOLE", 0}});
   const Scope form(text, "hole");
   if (pHole->m_pShape == nullptr) return text.Refuse(kField<&CBDhole::m_pShape>, "it is a shape, or the placeholder");

@@ -33,6 +33,7 @@
 #include "drawobj/CBDvertexPt.h"
 #include "drawobj/ShapeGrammar.h"
 #include "save/RowPlan.h"
+#include "save/Spelling.h"
 #include "technology/FootprintLayers.h"
 
 namespace laminate {
@@ -335,7 +336,8 @@ void PutEntry(FormText& text, const Surroundings& around, const Entry& entry) {
   const Scope form(text, entry.sKey, entry.shapes.empty() ? Lines::one : Lines::forms);
   if (entry.sKey == kByNumber) {
     text.Token(layer.m_nLayerNumber);
-    RefuseUnsaid<&CBDpadstackRefLay::m_sLayerName, &CBDpadstackRefLay::m_bVisible>(text, layer);
+    RefuseUnsaid<&CBDpadstackRefLay::m_sLayerName, &CBDpadstackRefLay::m_bVisible>(
+        text, layer, "an entry that names its layer by number has neither name nor visibility");
   } else if (entry.sKey == kByName) {
     text.Token(kField<&CBDpadstackRefLay::m_sLayerName>, layer.m_sLayerName);
     RefuseUnlessFlag(text, kField<&CBDpadstackRefLay::m_bVisible>, layer.m_bVisible);
@@ -453,15 +455,23 @@ ShapeWriters MakeWriters() {
 
 bool BearsLayer(const CBDdrawObj& shape) { return typeid(shape) != typeid(CBDdelete); }
 
+// The name of a layer stands behind its keyword, unless it needs a line of its own: the splitter sees the form only if
+// its first line leaves no other one open.
+void StayIfFits(FormText& text, const CString& sName) {
+  if (FitsAnywhere(sName.View())) text.StayOnLine();
+}
+
 // The form that names the layer of a board. Gives the layer as the reader takes it from there.
 ShapeLayer PutLayerName(FormText& text, const ShapeLayer& layer) {
   ShapeLayer said{layer.sType, layer.sName, 0};
   if (layer.sType == kSystemLayer) {
+    StayIfFits(text, layer.sName);
     const Scope form(text, kSystemLayer, Lines::one);
     if (layer.sName.IsEmpty()) return said;
     const Scope type(text, "type");
     text.Token(kField<&CBDdrawObj::m_sLayerName>, layer.sName);
   } else if (layer.sType == kConductive || layer.sType == kNonConductive) {
+    StayIfFits(text, layer.sName);
     const Scope form(text, layer.sType.View());
     text.Token(kField<&CBDdrawObj::m_sLayerName>, layer.sName);
     if (layer.sType == kConductive) said.nNumber = Atoi(layer.sName.View());
@@ -473,8 +483,10 @@ ShapeLayer PutLayerName(FormText& text, const ShapeLayer& layer) {
 
 ShapeLayer PutFootprintLayerName(FormText& text, const ShapeLayer& layer) {
   if (layer.sName == kPadstackLayer) {
+    text.StayOnLine();
     const Scope form(text, kPadstackLayer);
   } else if (!layer.sName.IsEmpty()) {
+    StayIfFits(text, layer.sName);
     const Scope form(text, "footLayer");
     text.Token(kField<&CBDdrawObj::m_sLayerName>, layer.sName);
   }
@@ -564,7 +576,6 @@ void PutLayer(FormText& text, ShapePlace place, std::span<CBDdrawObj* const> sha
   ShapeLayer layer;
   if (first != shapes.end()) layer = {(*first)->m_sLayerType, (*first)->m_sLayerName, (*first)->m_nLayerNumber};
   const Scope form(text, "layer");
-  text.StayOnLine();
   layer = place == ShapePlace::footprint ? PutFootprintLayerName(text, layer) : PutLayerName(text, layer);
   for (std::size_t i = 0; i < shapes.size(); ++i) {
     const Step step(text, "m_pDrawObjArray", {}, static_cast<INT_PTR>(nFirst + i));

@@ -173,13 +173,13 @@ std::string ValueText(const X&) {
   return {};
 }
 
-/// Refuses each of the fields that differs from that of a new object: no form holds it.
+/// Refuses each of the fields that differs from that of a new object.
 template <auto... kMembers, class T>
-void RefuseUnsaid(FormText& text, const T& object) {
+void RefuseUnsaid(FormText& text, const T& object, std::string_view sReason = "no form holds it") {
   const T& fresh = Fresh<T>();
   const auto check = [&]<auto kMember>() {
     if (object.*kMember == fresh.*kMember) return;
-    text.Refuse(kField<kMember>, "no form holds it", ValueText(object.*kMember));
+    text.Refuse(kField<kMember>, sReason, ValueText(object.*kMember));
   };
   (check.template operator()<kMembers>(), ...);
 }

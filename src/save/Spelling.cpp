@@ -96,6 +96,11 @@ TokenPlace SpellText(std::string_view s, std::string& sToken) {
   return TokenPlace::nowhere;
 }
 
+bool FitsAnywhere(std::string_view s) {
+  std::string sToken;
+  return SpellText(s, sToken) == TokenPlace::anywhere;
+}
+
 char* SpellReal(char* p, double d) noexcept { return FormatShortest(p, d); }
 
 char* SpellLength(char* p, double d) noexcept {

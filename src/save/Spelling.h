@@ -18,6 +18,9 @@ enum class TokenPlace {
 /// make of backslashes, quotes and line ends in it is found out by asking them.
 TokenPlace SpellText(std::string_view s, std::string& sToken);
 
+/// Whether a text can stand on any line.
+bool FitsAnywhere(std::string_view s);
+
 /// The shortest spelling of a number that reads back to the same bits, of a length with a "." in it. The buffer has
 /// room for `kMaxNumberLength` bytes; gives the end. Only finite numbers have one.
 char* SpellReal(char* p, double d) noexcept;
