@@ -35,7 +35,7 @@ std::unique_ptr<CBDgate> laminate::ReadGate(const CECadClsLvl& node) {
   INT_PTR nLeft = node.m_arrValues.GetSize();
   std::uint64_t seen = 0;
   NoContext context;
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (nLeft == 0) break;
     if (pChild == nullptr) continue;
     ReadChild(kGate, *pChild, *p, context, seen);

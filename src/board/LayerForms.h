@@ -5,6 +5,7 @@
 #include "base/TextOut.h"
 #include "drawobj/DrawObjReader.h"
 #include "reader/CECadClsLvl.h"
+#include "reader/Grammar.h"
 
 namespace laminate {
 
@@ -38,7 +39,7 @@ template <class Take>
 std::unique_ptr<CBDdrawObj> ReadLastOfRefer(const CECadClsLvl& refer, ShapeContext& context, Take&& take) {
   std::unique_ptr<CBDdrawObj> pLast;
   context.bRefer = 1;
-  for (const CECadClsLvl* pChild : *refer.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(refer)) {
     if (pChild == nullptr || !take(*pChild)) continue;
     if (auto p = ReadDrawObj(*pChild, context)) pLast = std::move(p);
   }

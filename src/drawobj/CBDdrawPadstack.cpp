@@ -81,7 +81,7 @@ void ReadSpan(Walk<PadstackContext>&, const CECadClsLvl& node, CBDdrawPadstack& 
 void ReadSection(Walk<PadstackContext>& walk, const CECadClsLvl& node, CBDdrawPadstack& padstack) {
   walk.context.pPadstack = &padstack;
   walk.context.pSection = &node.m_sName;
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild == nullptr) continue;
     auto pEntry = std::make_unique<CBDpadstackRefLay>();
     ReadOwnTokens(kEntryTokens, *pChild, *pEntry, walk.context);

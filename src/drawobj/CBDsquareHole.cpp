@@ -36,7 +36,7 @@ std::unique_ptr<CBDdrawObj> Make<CBDsquareHole>(const CECadClsLvl& node, const S
   auto pHole = NewShape<CBDsquareHole>(context);
   SquareHoleContext own{context, nullptr};
   std::uint64_t seen = 0;
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild == nullptr) continue;
     ReadChild(kSquareHole, *pChild, *pHole, own, seen);
     if (own.bEnded) return std::move(own.pInstead);

@@ -18,7 +18,7 @@ void ReadString(Walk<NoContext>&, const CECadClsLvl& node, CBDtext& text) {
     return;
   }
   text.m_sString.Empty();
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild == nullptr) continue;
     text.m_sString = "(" + CString(pChild->m_sName.CView()) + ")";
     return;

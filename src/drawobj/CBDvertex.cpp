@@ -103,7 +103,7 @@ constexpr auto kVertex = MakeForm<CBDvertexArray, Filling>(Custom<&AppendPoint>(
 }  // namespace
 
 void ReadVertices(const CECadClsLvl& vertexNode, CBDvertexArray& vertices) {
-  Filling filling(vertices, vertexNode.m_pChildren->GetSize());
+  Filling filling(vertices, ChildrenOf(vertexNode).GetSize());
   WalkChildren(kVertex, vertexNode, vertices, filling);
 }
 

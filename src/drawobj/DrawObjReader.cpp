@@ -50,7 +50,7 @@ std::unique_ptr<CBDdrawObj> ReadDrawObj(const CECadClsLvl& node, const ShapeCont
 }
 
 void ReadShapes(const CECadClsLvl& node, const ShapeContext& context, CBDdrawObjArray& shapes) {
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild == nullptr) continue;
     if (auto pShape = ReadDrawObj(*pChild, context)) AppendOwned(shapes, std::move(pShape));
   }

@@ -292,8 +292,9 @@ class WholeFile {
     m_bInString = false;
   }
 
-  // Whether the byte, a backslash or an embedded quote and so without a high bit, is the second one of a double-byte character, whose first one has its high
-  // bit set. A stretch of such bytes begins with a first one, so counting back tells.
+  // Whether the byte, a backslash or an embedded quote and so without a high bit, is the second one of a double-byte
+  // character, whose first one has its high bit set. A stretch of such bytes begins with a first one, so counting back
+  // tells.
   bool EndsDoubleByte(const char* p) const {
     const char* high = p;
     while (high != m_first && (high[-1] & 0x80) != 0) --high;

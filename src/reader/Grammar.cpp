@@ -30,7 +30,7 @@ CECadClsLvl& RequireChild(const CECadClsLvl& node, std::string_view sName) {
 }
 
 CECadClsLvl& RequireFirstChild(const CECadClsLvl& node) {
-  for (CECadClsLvl* pChild : *node.m_pChildren) {
+  for (CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild != nullptr) return *pChild;
   }
   RaiseMissingChild(node, {});

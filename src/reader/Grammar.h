@@ -40,10 +40,15 @@ inline const CString& Token(const CECadClsLvl& node, int n) {
 }
 inline bool HasToken(const CECadClsLvl& node, int n = 1) { return n <= node.m_arrValues.GetSize(); }
 
-/// The first child of that name, or null.
-inline CECadClsLvl* FindChild(const CECadClsLvl& node, std::string_view sName) {
-  return node.m_pChildren->pFind(sName);
+/// The forms in a form. A node that a host has robbed of its array raises.
+inline CECadClsLvlArray& ChildrenOf(const CECadClsLvl& node) {
+  if (node.m_pChildren == nullptr) [[unlikely]]
+    AfxThrowInvalidArgException();
+  return *node.m_pChildren;
 }
+
+/// The first child of that name, or null.
+inline CECadClsLvl* FindChild(const CECadClsLvl& node, std::string_view sName) { return ChildrenOf(node).pFind(sName); }
 /// The first child of that name; raises when there is none.
 CECadClsLvl& RequireChild(const CECadClsLvl& node, std::string_view sName);
 /// The first child, whatever its name; raises when there is none.
@@ -432,7 +437,7 @@ template <class T, class Context, std::size_t N, class Unknown>
 void WalkChildren(const FormTable<T, Context, N>& form, const CECadClsLvl& node, T& object, Context& context,
                   Unknown&& unknown) {
   std::uint64_t seen = 0;
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild != nullptr && !ReadChild(form, *pChild, object, context, seen)) unknown(*pChild);
   }
 }

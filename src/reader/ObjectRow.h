@@ -17,7 +17,7 @@ using RowSpan = std::span<const Row<T, Context>>;
 /// Calls `function` for each child, in file order.
 template <class Function>
 void ForEachChild(const CECadClsLvl& node, Function&& function) {
-  for (const CECadClsLvl* pChild : *node.m_pChildren) {
+  for (const CECadClsLvl* pChild : ChildrenOf(node)) {
     if (pChild != nullptr) function(*pChild);
   }
 }

@@ -77,7 +77,7 @@ void ReadHole(Walk<LibraryContext>& walk, const CECadClsLvl& node, CBDpadstack& 
   pHole->m_sLayerName = "HOLE";
   const CECadClsLvl* pGeometry = FindChild(node, "geometry");
   // Only a load of the whole file bears a geometry with nothing in it.
-  const bool bEmpty = pGeometry != nullptr && CountOf(pGeometry->m_pChildren) == 0;
+  const bool bEmpty = pGeometry != nullptr && ChildrenOf(*pGeometry).IsEmpty();
   if (pGeometry != nullptr && !(bEmpty && walk.context.bWhole)) {
     ShapeContext shapeContext;
     shapeContext.pBoardShapes = walk.context.pBoardShapes;

@@ -1,5 +1,7 @@
 // How loads and splits of a root end: positions, log, working folder, status.
 
+#include <set>
+
 #include "base/AllocationFault.h"
 #include "base/FaultyFileSystem.h"
 #include "board/CBDboardContainer.h"
@@ -9,6 +11,7 @@
 #include "facade/CBDesigner.h"
 #include "facade/CPC_BD_Cls_Get.h"
 #include "facade/FacadeTestSupport.h"
+#include "reader/CECadCls.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintContainer.h"
 #include "technology/CBDpad.h"
@@ -291,6 +294,42 @@ TEST_F(Load, RaisesWithoutTheContainersItFills) {
   EXPECT_THROW(root.nReadBoardLayerAndPutInVDB(nullptr), CInvalidArgException);
   const std::unique_ptr<CBDfootprintContainer> pLibrary(std::exchange(root.m_pFootprintContainer, nullptr));
   EXPECT_THROW(root.vParseFTF(sPath), CInvalidArgException);
+}
+
+// Calls back for every form of a tree with its array of children gone.
+template <class Callback>
+void ForEachRobbed(CECadClsLvl& node, Callback callback) {
+  CECadClsLvlArray* const pChildren = std::exchange(node.m_pChildren, nullptr);
+  callback(node);
+  node.m_pChildren = pChildren;
+  for (CECadClsLvl* pChild : *pChildren) ForEachRobbed(*pChild, callback);
+}
+
+TEST_F(Load, RaisesForANodeWithoutItsArray) {
+  CECadCls reader;
+  reader.m_sFileName = folder.Write(
+      "forms",
+      "(component (reference R1) (gate 1 (id A)) (pin 1 (layout (layer (conductive 1) (padstack P (pt 1 2) (conductive "
+      "(layerNumber 1 (geometry (circle 1))))))) (layout (layer (nonConductive N) (refer (line (geometry (line (vertex "
+      "(pt 0 0))))))))))\n"
+      "(layer (conductive 1) (boardAssembly (geometry (circle 1))) (hole (geometry (oval))) (squareHole (width 1)) "
+      "(text (geometry (text (string (A))))))\n");
+  ASSERT_EQ(reader.nParseFile(0), 0);
+  std::set<std::string> raised;
+  const auto robbed = [&](CECadClsLvl& form, auto translate) {
+    ForEachRobbed(form, [&](const CECadClsLvl& node) {
+      try {
+        translate(&form);
+      } catch (const CInvalidArgException&) {
+        raised.insert(std::string(node.m_sName.View()));
+      }
+    });
+  };
+  robbed(*reader.m_pRootArray->GetAt(0), [&](CECadClsLvl* p) { root.nReadComponentAndPutInVDB(p); });
+  robbed(*reader.m_pRootArray->GetAt(1), [&](CECadClsLvl* p) { root.nReadBoardLayerAndPutInVDB(p); });
+  EXPECT_EQ(raised, (std::set<std::string>{"boardAssembly", "circle", "component", "conductive", "gate", "geometry",
+                                           "hole", "layer", "layerNumber", "layout", "line", "padstack", "pin", "pt",
+                                           "refer", "squareHole", "string", "text", "vertex"}));
 }
 
 // ---- footprint files ----

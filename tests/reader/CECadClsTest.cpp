@@ -4,8 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <utility>
 
 #include "base/CException.h"
+#include "base/LocaleScope.h"
+#include "base/TestFolder.h"
 #include "reader/LineReader.h"
 #include "reader/ReaderTestSupport.h"
 #include "reader/TextParse.h"
@@ -55,11 +58,13 @@ struct Case {
 const std::string kOpen = "open";
 
 const Case kCases[] = {
-    {"an empty string is an empty value", "(timeZone \"\")", "{timeZone[]}", "{timeZone[]}"},
-    {"a string of one blank is an empty value", "(a \" \")", "{a[]}", "{a[]}"},
+    {"an empty string is an empty value", "(timeZone \"\")", "{timeZone['']}", "{timeZone['']}"},
+    {"a string of one blank is an empty value", "(a \" \")", "{a['']}", "{a['']}"},
     {"quotes make no difference to what becomes the name", "(\"x\" \"y\")", "{x[y]}", "{x[y]}"},
     {"an empty string in the name's place is a blank name", "(\"\" b)", "{ [b]}", "{ [b]}"},
     {"text behind a closing quote", "(a \"b\"c)", "{a[b,c]}", "{a[bc]}"},
+    {"text behind an empty string", "(a \"\"b)", "{a['',b]}", "{a[ b]}"},
+    {"an empty string that another one touches", "(a \"\"\"\")", "{a['','']}", "{a['']}"},
     {"text before an opening quote is lost", "(a b\"c\")", "{a[c]}", "{a[c]}"},
     {"two strings side by side", "(a \"b\"\"c\")", "{a[b,c]}", "{a[c]}"},
     {"an escaped quote keeps its backslash", "(a \"x\\\"y\")", "{a[x\\\"y]}", "{a[x\\\"y]}"},
@@ -99,6 +104,7 @@ const Case kCases[] = {
     {"so is NUL", std::string("(a b\0c \"\0\")", 11), std::string("{a[b\0c,\0]}", 10), std::string("{a[b\0c,\0]}", 10)},
     {"brackets and blanks in a string", "(a \"( )\")", "{a[( )]}", "{a[( )]}"},
     {"a line that is only white space", "(a\n \t \n)", "{a[]}", "{a[]}"},
+    {"LF CR", "(a\n\rb\n\r)", "{a[b]}", "{a[\rb,\r]}"},
     // Double-byte text: the trail byte may be that of a backslash.
     {"a trail byte 0x5C before the closing quote", "(a \"\x95\x5C\" b)", "{a[\x95\x5C,b]}", kOpen},
     {"and before a bracket", "(a \"\x95\x5C\")", "{a[\x95\x5C]}", "{a[\x95]}"},
@@ -138,6 +144,21 @@ TEST_F(Reader, FilesWithoutForms) {
   }
 }
 
+TEST_F(Reader, AByteOrderMarkIsATokenOutsideAnyForm) {
+  EXPECT_EQ(File("\xEF\xBB\xBF(a)"), "{a[]}");
+  EXPECT_EQ(At("\xEF\xBB\xBF(a)"), "{a[]}");
+  EXPECT_EQ(Named("\xEF\xBB\xBF(a\n)", "a"), "") << "and the line holds something else";
+  EXPECT_EQ(m_parser.File(std::string("\xFF\xFE(\0a\0)\0\n\0", 10)),
+            (Outcome{0, std::string("{\0a\0/1@1[]}", 11), {}, 2}))
+      << "of two bytes a character";
+}
+
+TEST_F(Reader, WhiteSpaceIsThatOfTheCLocale) {
+  const laminate::test::LocaleScope japanese("ja_JP.SJIS");
+  ASSERT_TRUE(japanese.IsSet());
+  EXPECT_EQ(File("(a\n\xA0x\n\x85y\n)"), "{a[\xA0x,\x85y]}");
+}
+
 // ---- nesting ----
 
 TEST_F(Reader, TwentyLevelsAreAccepted) {
@@ -155,6 +176,9 @@ TEST_F(Reader, TwentyOneAreNot) {
   const std::string message = "Parser meet unexpected Brace Counting Number, 21 at line number 2.!";
   EXPECT_EQ(m_parser.File(text), (Outcome{-1, "{done/1@1[]}", {message}, 2})) << "what was complete is kept";
   EXPECT_EQ(m_parser.Named("(a\n" + Brackets(20), "a"), (Outcome{-1, "", {message}, 2}));
+  EXPECT_THAT(m_parser.Named("x\n//c\n(a\n" + Brackets(20), "a").messages,
+              ElementsAre("Parser meet unexpected Brace Counting Number, 21 at line number 4.!"))
+      << "lines before the form count too";
   EXPECT_EQ(m_parser.At(Brackets(21) + Closings(21), 0), (Outcome{0, "", {}, 1})) << "no form and no message";
   EXPECT_EQ(m_parser.At("(a)" + Brackets(21) + Closings(21), 0).forms, "") << "not even a form that had closed";
 }
@@ -171,12 +195,11 @@ TEST_F(Reader, AnOpeningBracketBelowLevelZero) {
 }
 
 TEST_F(Reader, BracketsOutOfBalance) {
-  EXPECT_EQ(File("(a (b)"), "-1 ");
-  EXPECT_EQ(File("(a))"), "-1 {a[]}") << "the level ends below zero";
-  EXPECT_EQ(File("(a)\n(b"), "-1 {a[]}");
-  EXPECT_EQ(Named("(a\n(b)", "a"), "-1 ");
-  EXPECT_EQ(At("(a (b)"), "null");
-  EXPECT_THAT(m_parser.Boxes(), IsEmpty());
+  EXPECT_EQ(m_parser.File("(a (b)"), (Outcome{-1, "", {}, 1}));
+  EXPECT_EQ(m_parser.File("(a))"), (Outcome{-1, "{a/1@1[]}", {}, 1})) << "the level ends below zero";
+  EXPECT_EQ(m_parser.File("(a)\n(b"), (Outcome{-1, "{a/1@1[]}", {}, 2}));
+  EXPECT_EQ(m_parser.Named("(a\n(b)", "a"), (Outcome{-1, "", {}, 2}));
+  EXPECT_EQ(m_parser.At("(a (b)", 0), (Outcome{0, "", {}, 1}));
 }
 
 TEST_F(Reader, VeryManyBrackets) {
@@ -269,6 +292,59 @@ TEST_F(Reader, OffsetsOfForms) {
   EXPECT_EQ(m_parser.Offsets("(pad \n", "pad", {""}), (List{0}));
 }
 
+TEST_F(Reader, EachScanBeginsAnew) {
+  MemoryFileSystem& files = m_parser.Files();
+  files.files["text"] = "//x\n(pad a\n//y\n(pad b\n";
+  CECadCls reader;
+  reader.m_sFileName = "text";
+  CStringArray a;
+  a.Add("a");
+  CStringArray b;
+  b.Add("b");
+  reader.nParseFile(0);
+  reader.vCollectFormOffsets("pad", a);
+  EXPECT_EQ(reader.m_nLineNo, 4) << "comment lines are counted";
+  ASSERT_EQ(reader.m_arrOffset.GetSize(), 1);
+  EXPECT_EQ(reader.m_arrOffset[0], 4u);
+  reader.vCollectFormOffsets("pad", b);
+  ASSERT_EQ(reader.m_arrOffset.GetSize(), 1);
+  EXPECT_EQ(reader.m_arrOffset[0], 15u);
+  delete reader.pParseFormAt(15);
+  EXPECT_EQ(reader.m_nLineNo, 1);
+  reader.m_sFileName = "missing";
+  reader.vCollectFormOffsets("pad", b);
+  EXPECT_TRUE(reader.m_arrOffset.IsEmpty());
+  EXPECT_EQ(reader.m_nLineNo, 0);
+  EXPECT_FALSE(reader.m_status.IsOk());
+  reader.m_sFileName = "text";
+  reader.vCollectFormOffsets("pad", a);
+  EXPECT_TRUE(reader.m_status.IsOk());
+  reader.m_sFileName = "missing";
+  EXPECT_EQ(reader.pParseFormAt(0), nullptr);
+  reader.m_sFileName = "text";
+  delete reader.pParseFormAt(100);
+  EXPECT_TRUE(reader.m_status.IsOk());
+}
+
+TEST_F(Reader, OffsetsInAFileOfTwoByteLineEnds) {
+  const std::string text = "(pads\r\n(pad a\r\n(hole 1)\r\n)\r\n)\r\n";
+  const auto offsets = m_parser.Offsets(text, "pad", {"a"});
+  EXPECT_THAT(offsets, ElementsAre(8u));
+  EXPECT_EQ(At(text, offsets[0]), "{hole[1]}") << "without its bracket the first line is no form";
+}
+
+TEST_F(Reader, AnOffsetThatNoFileCanHave) {
+  laminate::FileSystem real;
+  const laminate::FileSystemScope scope(real);
+  const laminate::test::TestFolder folder;
+  CECadCls reader;
+  reader.m_sFileName = CString(folder.Write("text", "(a)\n"));
+  for (const ULONGLONG nOffset : {ULONGLONG{1} << 40, ULONGLONG{1} << 60, ~ULONGLONG{0} >> 1, ~ULONGLONG{0}}) {
+    EXPECT_EQ(reader.pParseFormAt(nOffset), nullptr);
+    EXPECT_TRUE(reader.m_status.IsOk()) << reader.m_status.m_sText.GetString();
+  }
+}
+
 TEST_F(Reader, OffsetsLeadToTheForms) {
   const std::string text = "(pads\n(pad a\n(hole 1)\n)\n  (pad b\n(hole 2)\n)\n)\n";
   const auto offsets = m_parser.Offsets(text, "pad", {"a", "b"});
@@ -279,8 +355,8 @@ TEST_F(Reader, OffsetsLeadToTheForms) {
 
 TEST_F(Reader, AQuoteAfterABackslashAtALinesEnd) {
   EXPECT_EQ(File("(a \"b\\\"\nc\")", false), "{a[b\\\"\nc]}") << "is embedded";
-  EXPECT_EQ(File("(a \"b\\\"\nc)", true), "{a[b\\,,c]}") << "or closes, and adds an empty value";
-  EXPECT_EQ(File("(a \"x\\\"y\\z\n\"\n)", true), "{a[x\\\"y\\z\n,]}") << "the backslash of the line before counts";
+  EXPECT_EQ(File("(a \"b\\\"\nc)", true), "{a[b\\,'',c]}") << "or closes, and adds an empty value";
+  EXPECT_EQ(File("(a \"x\\\"y\\z\n\"\n)", true), "{a[x\\\"y\\z\n,'']}") << "the backslash of the line before counts";
   EXPECT_EQ(File("(x\\\"q \"x\\\"\n\"\n)", true), "{x\\\"q[x\\\"\n,\"]}")
       << "a quote that follows an embedded one begins the next token";
   EXPECT_EQ(File("(a \"b\\\" c\")", true), "{a[b\\\" c]}") << "elsewhere it is embedded either way";
@@ -349,7 +425,7 @@ TEST_F(Reader, DeliversTokens) {
   EXPECT_EQ(add(" "), "") << "a value may not";
   EXPECT_EQ(add("  "), "  ");
   EXPECT_EQ(add("x"), "x");
-  EXPECT_EQ(Brief(node), " [,  ,x]");
+  EXPECT_EQ(Brief(node), " ['',  ,x]");
   CString sToken = " ";
   reader.vAddToken(nullptr, sToken);
   EXPECT_EQ(sToken, " ");
@@ -370,6 +446,53 @@ TEST_F(Reader, FindsByName) {
   found.SetSize(0, -1);
 }
 
+TEST_F(Reader, PassesOverNullSlots) {
+  m_parser.File("(a)(a)");
+  CECadClsLvlArray& roots = *m_parser.Reader().m_pRootArray;
+  CECadClsLvlArray nodes;
+  for (CECadClsLvl* p : {static_cast<CECadClsLvl*>(nullptr), roots[0], static_cast<CECadClsLvl*>(nullptr), roots[1]}) {
+    nodes.Add(p);
+  }
+  EXPECT_EQ(nodes.pFindByName("a"), roots[0]);
+  CECadClsLvlArray found;
+  nodes.vFindAllByName("a", found);
+  nodes.vFindAllByName("b", found);
+  EXPECT_EQ(Brief(found), "{a[]}{a[]}");
+  found.vFindAllByName("a", found);
+  EXPECT_EQ(found.GetSize(), 4) << "also into the array itself";
+  found.SetSize(0, -1);
+  nodes.SetSize(0, -1);
+  // Arrays and nodes die with null slots in any place.
+  for (int nNull = 0; nNull < 4; ++nNull) {
+    CECadClsLvlArray owner;
+    CECadClsLvl parent;
+    for (int i = 0; i < 4; ++i) {
+      owner.Add(i == nNull ? nullptr : new CECadClsLvl);
+      parent.m_pChildren->Add(i == nNull ? nullptr : new CECadClsLvl);
+    }
+  }
+}
+
+TEST_F(Reader, AReaderWithoutRootsRaises) {
+  m_parser.Files().files["text"] = "(a\n)";
+  CECadCls reader;
+  reader.m_sFileName = "text";
+  delete std::exchange(reader.m_pRootArray, nullptr);
+  EXPECT_THROW(reader.nParseFile(0), CInvalidArgException);
+  EXPECT_THROW(reader.nParseNamedForm("a"), CInvalidArgException);
+  EXPECT_EQ(reader.m_nLineNo, 0) << "nothing is read";
+  const std::unique_ptr<CECadClsLvl> form(reader.pParseFormAt(0));
+  ASSERT_NE(form, nullptr) << "the form goes elsewhere";
+  EXPECT_EQ(Brief(*form), "a[]");
+}
+
+TEST_F(Reader, ANewNodeIsEmpty) {
+  const CECadClsLvl node;
+  EXPECT_EQ(Brief(node), "[]");
+  EXPECT_EQ(node.m_nLevel, 0);
+  EXPECT_EQ(node.m_nLine, 0);
+}
+
 TEST_F(Reader, AMissingValueRaises) {
   m_parser.File("(a)");
   EXPECT_THROW(m_parser.Reader().m_pRootArray->GetAt(0)->m_arrValues[0], CInvalidArgException);
@@ -387,6 +510,15 @@ TEST_F(Reader, LongTokensAndManyOfThem) {
   for (int i = 0; i < 1000000; ++i) values += " 1";
   m_parser.File(values + ")");
   EXPECT_EQ(m_parser.Reader().m_pRootArray->GetAt(0)->m_arrValues.GetSize(), 1000000);
+}
+
+TEST_F(Reader, AFormOfVeryManyLines) {
+  // Its values stay while block after block is read: what is kept once is not looked at again.
+  constexpr int kLines = 3000000;
+  std::string text = "(a\n";
+  for (int i = 0; i < kLines; ++i) text += "1\n";
+  m_parser.File(text + ")");
+  EXPECT_EQ(m_parser.Reader().m_pRootArray->GetAt(0)->m_arrValues.GetSize(), kLines);
 }
 
 TEST_F(Reader, AStringOverVeryManyLines) {
@@ -430,30 +562,43 @@ const Fault kFaults[] = {
 
 TEST_F(Reader, TellsWhereAParseFailed) {
   for (const Fault& fault : kFaults) {
-    const std::string named = "(w\n" + fault.text;
-    for (int parse = 0; parse < 3; ++parse) {
+    // Of the form at an offset the first form counts, and a named form stands a level and a line deeper.
+    const bool bSecondForm = fault.text.starts_with("(a)\n");
+    const bool bTooMany = fault.text.ends_with("))(") || fault.text.ends_with("))");
+    const bool bTooDeep = fault.text.ends_with("((");
+    for (int parse = 0; parse < 4; ++parse) {
       laminate::Diagnostics diagnostics;
-      if (parse == 0) m_parser.File(fault.text, false, false, &diagnostics);
-      if (parse == 1) m_parser.At(fault.text.starts_with("(a)\n") ? fault.text.substr(4) : fault.text, 0, &diagnostics);
-      if (parse == 2) m_parser.File(fault.text);
+      int line = fault.line;
+      int column = fault.column;
+      if (parse == 0) {
+        m_parser.File(fault.text, false, false, &diagnostics);
+      } else if (parse == 1) {
+        m_parser.At(bSecondForm ? fault.text.substr(4) : fault.text, 0, &diagnostics);
+        if (bSecondForm) --line;
+      } else if (parse == 2) {
+        m_parser.File(fault.text);
+      } else {
+        std::string text = fault.text;
+        if (bTooMany) text.insert(text.rfind("))") + 1, ")");
+        m_parser.Named("(w\n" + text, "w", &diagnostics);
+        ++line;
+        if (bTooMany) ++column;
+        if (bTooDeep) --column;
+      }
       const LoadStatus& status = m_parser.Reader().m_status;
-      const int line = parse == 1 && fault.text.starts_with("(a)\n") ? fault.line - 1 : fault.line;
       EXPECT_EQ(status.m_result, LoadStatus::Result::notWellFormed) << fault.name << parse;
       EXPECT_EQ(status.m_sFile, "text");
       EXPECT_EQ(status.m_nLine, line) << fault.name << parse;
-      EXPECT_EQ(status.m_nColumn, fault.column) << fault.name << parse;
+      EXPECT_EQ(status.m_nColumn, column) << fault.name << parse;
       EXPECT_EQ(status.m_sText, fault.reason) << fault.name << parse;
       if (parse == 2) continue;
       ASSERT_EQ(diagnostics.list.size(), 1u) << fault.name;
       EXPECT_EQ(diagnostics.list[0].severity, Diagnostic::Severity::error);
       EXPECT_EQ(diagnostics.list[0].line, line);
-      EXPECT_EQ(diagnostics.list[0].column, fault.column);
+      EXPECT_EQ(diagnostics.list[0].column, column);
       EXPECT_EQ(diagnostics.list[0].reason, fault.reason);
     }
   }
-  m_parser.Named("(x)\n(w\n(b \n", "w");
-  EXPECT_EQ(m_parser.Reader().m_status.m_nLine, 3);
-  EXPECT_EQ(m_parser.Reader().m_status.m_sText, "the form \"b\" is not closed");
 }
 
 struct Remarks {

@@ -324,12 +324,19 @@ TEST_F(Faults, EachAllocationOfTheParses) {
   CStringArray names;
   names.Add("x");
   laminate::Diagnostics diagnostics;
-  laminate::test::ForEachFailingAllocation([&] { reader.nParseFile(0); });
-  laminate::test::ForEachFailingAllocation([&] { reader.nParseNamedForm("c"); });
+  // A parse that failed adds nothing: the file's two forms come together, and the named one once.
+  const auto parseFile = [&] { reader.nParseFile(0); };
+  const auto pairs = [&] { EXPECT_EQ(reader.m_pRootArray->GetSize() % 2, 0); };
+  EXPECT_GT(laminate::test::ForEachFailingAllocation(parseFile, pairs), 5);
+  INT_PTR nRoots = reader.m_pRootArray->GetSize();
+  EXPECT_EQ(nRoots, 2 * 2) << "of the two parses in which nothing failed";
+  laminate::test::ForEachFailingAllocation([&] { reader.nParseNamedForm("c"); },
+                                           [&] { EXPECT_LE(reader.m_pRootArray->GetSize(), nRoots + 1); });
+  reader.m_pRootArray->DeleteAll();
   laminate::test::ForEachFailingAllocation([&] { delete reader.pParseFormAt(0); });
   laminate::test::ForEachFailingAllocation([&] { reader.vCollectFormOffsets("b", names); });
   reader.m_pDiagnostics = &diagnostics;
-  laminate::test::ForEachFailingAllocation([&] { reader.nParseFile(0); });
+  laminate::test::ForEachFailingAllocation(parseFile, pairs);
   for (const CECadClsLvl* node : *reader.m_pRootArray) EXPECT_EQ(node->m_nLevel, 1);
   EXPECT_FALSE(reader.m_pRootArray->IsEmpty());
 }

@@ -42,13 +42,13 @@ inline std::string Show(const plain::Node& node) {
   return s;
 }
 
-/// A form as short text: `name[value,value]{child}`.
+/// A form as short text: `name[value,value]{child}`. A value that is empty stands as `''`.
 inline std::string Brief(const CECadClsLvl& node) {
   std::string s(node.m_sName.View());
   s += "[";
   for (INT_PTR i = 0; i < node.m_arrValues.GetSize(); ++i) {
     if (i > 0) s += ",";
-    s += node.m_arrValues[i].View();
+    s += node.m_arrValues[i].IsEmpty() ? "''" : node.m_arrValues[i].View();
   }
   s += "]";
   for (const CECadClsLvl* child : *node.m_pChildren) s += "{" + Brief(*child) + "}";
