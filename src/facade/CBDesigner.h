@@ -42,7 +42,7 @@ class CBDesigner {
   /// Deletes the six containers with all that is in them, each if not null. The log is left open.
   virtual ~CBDesigner();
 
-  // ---- settings and small helpers ----
+  // ---- settings and lookups ----
 
   /// The control that the loads of board files move from now on, or null for none. Not owned: it must live as long as
   /// loads run, also those of later calls.
@@ -58,20 +58,39 @@ class CBDesigner {
 
   // ---- loading a board file (.pcf) ----
 
-  /// The number of opening less that of closing brackets of a line outside strings. Strings may span lines: their state
-  /// is kept in `m_bInQuote` from call to call, and nothing resets it.
+  /// The number of opening less that of closing brackets of a line outside strings; white space at the line's ends does
+  /// not count. Strings may span lines: their state is kept in `m_bInQuote` from call to call, and nothing resets it. A
+  /// quote behind a backslash leaves the state alone, but for one that ends a string and has only a ")" behind it.
   int nGetBraceCount(CString sLine);
-  /// Cuts a board file by bracket depth into "others.txt", a numbered piece per component and one per layer of the
-  /// board layout, in a working folder under `BKUtility::GetDataPath()`. Sets the two counts below, each when its
-  /// section ends. The folder stays.
+  /// Cuts a board file by bracket depth into "others.txt", a piece per component ("component1.txt" and so on) and one
+  /// per layer of the board layout ("layer1.txt"), in a folder of its own under `BKUtility::GetDataPath()`. Sets the
+  /// two counts below, each when its section ends: where a section is missing the count stands. A wanted form that
+  /// opens and closes on one line is lost. The folder stays, and so do pieces of an earlier split with higher numbers;
+  /// without `BKUtility::SetDataPath` that is until the process ends.
+  ///
+  /// Brackets are counted as `nGetBraceCount` does it, so that a string left open by one file goes on in the next
+  /// split. The folder is locked meanwhile: a split of a file that is being split or loaded makes nothing.
+  /// `GetLoadStatus` tells of a file that cannot be read and of a piece that cannot be written; only `CMemoryException`
+  /// is raised. The file must not change meanwhile: nothing keeps other programs from it.
   void vSeparaePCFIntoSeveralFile(CString sPath);
-  /// Cuts a footprint file into a numbered piece per padstack and one per footprint, in "Data\Tmp" under
-  /// `BKUtility::GetDataPath()`. The pieces stay for the host.
+  /// Cuts a footprint file into a piece per padstack ("PadStack1.txt" and so on) and one per footprint
+  /// ("Footprint1.txt"), in "Data\Tmp" under `BKUtility::GetDataPath()`. The pieces stay for the host; nothing else of
+  /// the file is kept, nor the counts. That folder serves all splits of footprint files, one at a time. Otherwise as
+  /// above.
   void vSeparaeFTFIntoSeveralFile(CString sPath);
   /// Loads a board file: cuts it into pieces, reads everything outside the two big sections, then the components, then
   /// the layers, and removes the working folder. Sends the positions 40, 60, 80 and 100 to the control and writes to
-  /// the log. A file whose brackets do not balance ends the load with a line in the log; the working folder then stays.
-  /// `GetLoadStatus` tells how it ended.
+  /// the log, as they are set at that moment. `GetLoadStatus` tells how it ended.
+  ///
+  /// A file that cannot be read, or whose pieces cannot be written, ends the load with a line in the log; both counts
+  /// are then 0 and no position is sent. A file whose brackets do not balance outside the two sections ends it after
+  /// position 40; the working folder then stays. A piece that is not well formed is skipped or partly used, and the
+  /// load goes on; forms nested deeper than 20 levels show a message box. Counts that stand from an earlier split ask
+  /// for pieces where the file lacks the section.
+  ///
+  /// A form that lacks a value raises `CInvalidArgException`, with the line in this file; what was read before stays,
+  /// and so does the working folder. What the control raises passes through. A root must not be loaded again from
+  /// within its own load.
   void vParsePCF(CString sPath);
   /// Reads the tree of "others.txt": version, technology, sub-boards, groups, nets, parameters, library entities. 0, or
   /// -1 when it has no root form "pcf", "tcf" or "pnf": the reader is deleted then, and only then.
@@ -121,8 +140,9 @@ class CBDesigner {
   int nPrint2File(CString sPath, CBDesigner* pBDesigner, CVRXoutPackageArray* pPackages, CVRXoutPrfPartArray* pParts,
                   CVRXoutPrfPinAssignArray* pPinAssigns, CVRXoutPrfFunctionArray* pFunctions);
 
-  /// How the last load or split of this object ended: its first fault, or `ok`. A load that was ended by an exception
-  /// has the fault too. Lines are those of the host's own file.
+  /// How the last load or split of this object ended: its first fault, or `ok`, with a text where a working folder
+  /// could not be removed. A load that a form without a needed value ended by `CInvalidArgException` has that fault
+  /// too; other exceptions leave none. Lines are those of the host's own file.
   const laminate::LoadStatus& GetLoadStatus() const { return m_status; }
 
   int m_bInQuote;                                ///< string state of `nGetBraceCount`

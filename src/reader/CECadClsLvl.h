@@ -22,11 +22,12 @@ class CECadClsLvlArray : public laminate::NamedArray<CECadClsLvl> {
   /// Appends every element of that name to `arrResult`. The pointers stay here too: size the result to 0 before it
   /// dies.
   void vFindAllByName(CString sName, CECadClsLvlArray& arrResult) const;
+  /// As `pFindByName`, for text at hand.
   CECadClsLvl* pFind(std::string_view sName) const;
 };
 
 /// A node of the tree that a text file becomes: one form in brackets. Values and nested forms are kept apart; numbers
-/// stay text until a translator converts them.
+/// stay text until a translator converts them. It is no base for other classes, since it frees its own memory.
 class CECadClsLvl final {
  public:
   CECadClsLvl() noexcept : m_pChildren(&m_ownChildren) {}
@@ -42,11 +43,13 @@ class CECadClsLvl final {
   static void operator delete(void* p) noexcept { laminate::TreeMemory::OfThisThread().Free(p); }
   static void operator delete(void*, void*) noexcept {}
 
-  CECadClsLvlArray* m_pChildren;  ///< nested forms in file order; owned, never null
-  CStringArray m_arrValues;       ///< every token after the first, in file order
-  CString m_sName;                ///< the first token, usually the keyword
-  int m_nLevel = 0;               ///< a top-level form has level 1
-  int m_nLine = 0;                ///< line of the opening bracket in the text that was parsed, from 1
+  /// Nested forms in file order; never null. The array that a node is made with is a part of the node: move its
+  /// elements, but neither delete it nor give it to another holder. An array of the host's put here instead is owned.
+  CECadClsLvlArray* m_pChildren;
+  CStringArray m_arrValues;  ///< every token after the first, in file order
+  CString m_sName;           ///< the first token, usually the keyword
+  int m_nLevel = 0;          ///< a top-level form has level 1
+  int m_nLine = 0;           ///< line of the opening bracket in the text that was parsed, from 1
 
  private:
   friend class CECadClsLvlArray;

@@ -6,8 +6,9 @@ namespace laminate {
 
 /// Memory for the forms of trees. They are made one after another and die together, so blocks are cut from a stretch of
 /// memory as they come and are never reused one by one: a stretch is used anew when all that was cut from it is free.
-/// Any thread may free a block. Failure raises `CMemoryException`. Blocks are aligned to 8 bytes. Sanitizer builds take
-/// every block from the heap, so that they see it.
+/// Up to 128 MiB of stretches without use stay with the process for later trees. Any thread may free a block. Failure
+/// raises `CMemoryException`. Blocks are aligned to 8 bytes. Sanitizer builds take every block from the heap, so that
+/// they see it.
 class TreeMemory {
  public:
   /// That of the calling thread; it is the thread's alone.
@@ -41,10 +42,11 @@ class TreeMemory {
 
   // What comes next is on its way into the cache when it is needed.
   static void PrefetchForWriting(const void* p) {
-    constexpr std::size_t kLine = 64;
-    constexpr std::size_t kAhead = 2048;
-    __builtin_prefetch(static_cast<const char*>(p) + kAhead, 1);
-    __builtin_prefetch(static_cast<const char*>(p) + kAhead + kLine, 1);
+    // In numbers: what is ahead may lie behind the stretch.
+    constexpr std::uintptr_t kLine = 64;
+    const std::uintptr_t ahead = reinterpret_cast<std::uintptr_t>(p) + 2048;
+    __builtin_prefetch(reinterpret_cast<const void*>(ahead), 1);
+    __builtin_prefetch(reinterpret_cast<const void*>(ahead + kLine), 1);
   }
   static Stretch* StretchOf(void* p) noexcept;
   static void Subtract(Stretch* stretch, std::uint32_t n) noexcept;
