@@ -331,6 +331,8 @@ TEST(Grammar, RowsShowWhatTheyRead) {
       "(line (net N) (vertex (pt 1.0 2.0 (width 0.5) (tarc ON (r 0.25)) (fillet (filletWidth 0.75) (dir D)))) "
       "(geometry "
       "(line (type T) (dashLine (dash 1) (blank 2)))))");
+  EXPECT_EQ(Shown(*line, laminate::Grammar<CBDline>()[0]),
+            "net='N';penShape='';thermalData='';geometry{line{penShape='';type='T';dashLine{dash=1;blank=2;}}}");
   EXPECT_EQ(Shown(*line, laminate::Grammar<CBDline>()[1]), "penShape='';type='T';dashLine{dash=1;blank=2;}");
   EXPECT_EQ(Shown(static_cast<const CBDvertexPt&>(*line->m_pVertices->GetAt(0)), laminate::Grammar<CBDvertexPt>()[1]),
             "width=L0.5;tarc{r=L0.25;}fillet{filletWidth=L0.75;length=L0;width=L0;dir='D';type='';}");
@@ -340,6 +342,17 @@ TEST(Grammar, RowsShowWhatTheyRead) {
   const std::string inner = Shown(*mesh, laminate::Grammar<CBDsurface>()[2]);
   EXPECT_NE(inner.find("meshBasePoint{pt=(1,2);}"), std::string::npos);
   EXPECT_NE(inner.find("meshFlags=[1,0,];"), std::string::npos);
+  const std::string outer = Shown(*mesh, laminate::Grammar<CBDsurface>()[1]);
+  EXPECT_EQ(outer.find("geometry{surface{outlineWidth=L0;"), outer.find("geometry"));
+  EXPECT_EQ(Shown(*Read<CBDhole>("(hole (fromTo 1 2) (drillType T))"), laminate::Grammar<CBDhole>()[0]),
+            "fromTo=1;fromTo=2;drillType='T';holeType=0;geometry{}");
+  const auto arc = Read<CBDline>(
+      "(line (vertex (arc CW (r 1.5) (begin (pt 1.0 2.0 (width 0.5))) (center 3.0 4.0) (end (pt 5.0 6.0)))))");
+  EXPECT_EQ(Shown(static_cast<const CBDvertexArc&>(*arc->m_pVertices->GetAt(0)), laminate::Grammar<CBDvertexArc>()[1]),
+            "r=L1.5;begin{pt{pt=(1,2);width=L0.5;}}center=(3,4);end{pt{pt=(5,6);width=L0;}}");
+  EXPECT_EQ(
+      Shown(*Read<CBDtext>("(text (geometry (text (string (A B)))))"), laminate::Grammar<CBDtext>()[2]).substr(0, 13),
+      "string='(A)';");
 }
 
 }  // namespace

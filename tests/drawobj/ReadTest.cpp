@@ -518,8 +518,10 @@ TEST(ReadOblong, TheFirstPointAndTheLastOfTheOthers) {
 }
 
 TEST(ReadFlatForms, AnOuterGeometryIsNoKey) {
+  Boxes boxes;
   EXPECT_EQ(Read<CBDoval>("(oval (geometry (oval (pt 1.0 2.0) (width 3.0))))")->m_dWidth, 0);
   EXPECT_EQ(Read<CBDrectangle>("(rectangle (geometry (rectangle (width 3.0))))")->m_dWidth, 0);
+  EXPECT_TRUE(boxes.texts.empty());
 }
 
 TEST(ReadOvalHole, OnlyAnOvalThatComesFirstCounts) {
@@ -570,6 +572,7 @@ TEST(ReadSquareHole, WhatTakesItsPlaceIsInNoRefer) {
 }
 
 TEST(ReadVertices, KeepTheirOrderAndSkipTheRest) {
+  Boxes boxes;
   const auto line = Read<CBDline>(
       "(line (vertex (pt 1.0 2.0 9) (other 1) (arc CW (r 5.0) (begin (pt 1.0 2.0 (width 0.1))) (center 3.0 4.0) (end "
       "(pt 5.0 6.0 (width 0.2)))) (PT 1 2) (pt 7.0 8.0)))");
@@ -584,6 +587,7 @@ TEST(ReadVertices, KeepTheirOrderAndSkipTheRest) {
   EXPECT_EQ(At(*line, "m_pVertices/1/m_dEndWidth"), Text(0.2));
   EXPECT_EQ(At(*line, "m_pVertices/1/m_dWidth"), "0");
   EXPECT_EQ(At(*line, "m_pVertices/2/m_pt"), "(7,8)");
+  EXPECT_TRUE(boxes.texts.empty());
 }
 
 TEST(ReadVertices, MissingValuesRaise) {
