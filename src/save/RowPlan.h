@@ -165,6 +165,8 @@ const RowPlan<T>& PlanOf() {
 }
 
 // ---- what no form says ----
+// Apart from the functions of that name by which the loss report shows values.
+inline namespace refused {
 std::string ValueText(int n);
 std::string ValueText(double d);
 std::string ValueText(const CString& s);
@@ -172,6 +174,7 @@ template <class X>
 std::string ValueText(const X&) {
   return {};
 }
+}  // namespace refused
 
 /// Refuses each of the fields that differs from that of a new object.
 template <auto... kMembers, class T>
