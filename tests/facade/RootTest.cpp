@@ -82,6 +82,29 @@ TEST(Root, MakesShapesOfNodes) {
   EXPECT_THROW(root.pCECadClsLvl2CBDdrawObj(nullptr, 0, "", "", 0), CInvalidArgException);
 }
 
+TEST(Root, PutsTheShapesOfABoardAssemblyOnTheBoard) {
+  CBDesigner root;
+  const auto pCircle = Node("circle", {"50000"});
+  const auto pAssembly = Node("boardAssembly", {});
+  pAssembly->m_pChildren->Add(Node("geometry", {}).release());
+  pAssembly->m_pChildren->GetAt(0)->m_pChildren->Add(Node("circle", {"50000"}).release());
+  const auto read = [&root](const std::unique_ptr<CECadClsLvl>& pNode) {
+    return std::unique_ptr<CBDdrawObj>(root.pCECadClsLvl2CBDdrawObj(pNode.get(), 3, "3", "conductive", 0));
+  };
+  EXPECT_EQ(read(pAssembly)->m_sKind, "DRAWSUBBOARD");
+  const CBDdrawObjArray& shapes = *root.m_pBoardContainer->m_pDrawObjArray;
+  ASSERT_EQ(shapes.GetSize(), 1);
+  EXPECT_EQ(shapes.GetAt(0)->m_sKind, "CIRCLE");
+  EXPECT_EQ(shapes.GetAt(0)->m_nLayerNumber, 3);
+  // Without a board only such a shape raises.
+  delete std::exchange(root.m_pBoardContainer->m_pDrawObjArray, nullptr);
+  EXPECT_THROW(read(pAssembly), CInvalidArgException);
+  EXPECT_NE(read(pCircle), nullptr);
+  delete std::exchange(root.m_pBoardContainer, nullptr);
+  EXPECT_THROW(read(pAssembly), CInvalidArgException);
+  EXPECT_NE(read(pCircle), nullptr);
+}
+
 TEST(Root, ShowsAKeywordThatStandsForNoShape) {
   Events events;
   RecordingHost host(events);
