@@ -21,12 +21,15 @@ Command DeclareCheck(CLI::App& parent);
 Command DeclareComponents(CLI::App& parent);
 Command DeclareDesignData(CLI::App& parent);
 Command DeclareDump(CLI::App& parent);
+Command DeclareEdit(CLI::App& parent);
 Command DeclareExport(CLI::App& parent);
 Command DeclareInfo(CLI::App& parent);
 Command DeclareNets(CLI::App& parent);
 Command DeclarePlace(CLI::App& parent);
 Command DeclareRender(CLI::App& parent);
+Command DeclareSave(CLI::App& parent);
 Command DeclareTree(CLI::App& parent);
+Command DeclareWhere(CLI::App& parent);
 
 /// "Example:" and the call, as the end of a help text.
 std::string Example(std::string_view sCall);
@@ -34,6 +37,9 @@ std::string Example(std::string_view sCall);
 /// An option of many commands: the file that takes the result.
 void AddOutputOption(CLI::App& app, std::string& sOutput);
 CLI::Option* AddJsonOption(CLI::App& app, bool& bJson);
+
+/// The options of commands that save a board.
+void AddSaveOptions(CLI::App& app, std::string& sStem, std::vector<std::string>& allowedLosses);
 
 /// The files of a board: the board file alone, or with the footprint library as an option.
 void AddBoardFile(CLI::App& app, BoardFiles& files);

@@ -1,15 +1,17 @@
-#include <charconv>
-#include <cmath>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
+#include <optional>
 
 #include "Command.h"
+#include "DesignEdit.h"
 #include "JsonBoard.h"
 #include "LoadBoard.h"
 #include "OutputFile.h"
 #include "Paths.h"
+#include "SaveBoard.h"
 #include "Suggestions.h"
+#include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
 #include "render/Picture.h"
 #include "render/Scene.h"
@@ -30,6 +32,7 @@ struct Options {
   std::string reference;
   std::string picture;
   std::string output;
+  std::string stem;  // of the files that take the board with the component
   bool json = false;
 };
 
@@ -80,41 +83,50 @@ void DrawComponent(Console& console, const Options& options, const CBDesigner& r
   out.Commit();
 }
 
+void RefuseSecondOfName(Console& console, const Options& options, const CBDesigner& root) {
+  for (const CBDcomponent* p : *root.m_pBoardContainer->m_pComponentArray) {
+    if (p->m_sReference.View() != options.reference) continue;
+    console.Fail({options.files.pcf}, "there is a component '" + OneLine(options.reference) + "' already");
+  }
+}
+
 int Run(Console& console, const Settings& settings, const Options& options) {
+  std::optional<SavedBoard> saved;
+  if (!options.stem.empty()) {
+    saved.emplace(console, options.stem, options.files);
+    saved->RefuseSameFile(options.picture);
+    if (!options.output.empty()) saved->RefuseSameFile(options.output);
+  }
   RefuseOutputOverInputs(console, options.output, options.files.List());
   RefuseOutputOverInputs(console, options.picture, options.files.List());
   Host host(console, settings, options.files.List());
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   const CBDesigner& root = *pFacade->pGetBDesigner();
-  const std::unique_ptr<CBDcomponent> pComponent = PlaceFootprint(console, options, root);
+  if (saved) RefuseSecondOfName(console, options, root);
+  std::unique_ptr<CBDcomponent> pComponent = PlaceFootprint(console, options, root);
   console.Settle();
   if (!options.picture.empty()) DrawComponent(console, options, root, *pComponent);
+  CBDcomponent& component = *pComponent;
+  if (saved) {
+    AppendOwned(*root.m_pBoardContainer->m_pComponentArray, std::move(pComponent));
+    saved->Prepare(root);
+  }
   OutputFile out(console, options.output);
   if (options.json) {
     JsonWriter json(out);
-    WriteComponent(json, *pComponent);
+    WriteComponent(json, component);
     json.Finish();
   } else {
-    WriteRecord(console, out, *pComponent);
+    WriteRecord(console, out, component);
   }
+  if (saved) saved->Commit();
   out.Commit();
   return kDone;
 }
 
-// A finite number and nothing else.
-bool ReadNumber(std::string_view s, double& d) {
-  if (s.starts_with('+')) s.remove_prefix(1);
-  const auto [pEnd, error] = std::from_chars(s.data(), s.data() + s.size(), d);
-  return error == std::errc() && pEnd == s.data() + s.size() && std::isfinite(d);
-}
 void AddNumber(CLI::App& app, const char* szName, double& d, const char* szHelp) {
   const auto read = [&d](const CLI::results_t& values) { return ReadNumber(values.front(), d); };
   app.add_option(szName, read, szHelp)->type_name("NUMBER")->expected(1);
-}
-bool ReadPoint(const std::string& s, CPointD& pt) {
-  const std::size_t n = s.find(',');
-  return n != std::string::npos && ReadNumber(std::string_view(s).substr(0, n), pt.x) &&
-         ReadNumber(std::string_view(s).substr(n + 1), pt.y);
 }
 
 std::string CheckPicture(const std::string& sFile) {
@@ -148,6 +160,11 @@ Command DeclarePlace(CLI::App& parent) {
                    "Draw the component, too: file whose ending .svg, .png or .pdf says its form")
       ->type_name("FILE")
       ->check(CheckPicture);
+  pApp->add_option(
+          "--into", options.stem,
+          "Also add the component to the board and save that as STEM.pcf and STEM.ftf; the stem may be that of "
+          "the board itself")
+      ->type_name("STEM");
   AddJsonOption(*pApp, options.json);
   AddOutputOption(*pApp, options.output);
   pApp->footer(

@@ -1,8 +1,8 @@
 #pragma once
-#include "Fields.h"
 #include "designdata/CPC_BD_OutClsGet.h"
+#include "save/Fields.h"
 
-namespace laminate::cli {
+namespace laminate {
 
 template <>
 struct FieldsOf<CPC_BD_OutClsGet>
@@ -137,4 +137,4 @@ struct FieldsOf<CVRXoutRufRuleTraceRuleStackEachLayer>
              &CVRXoutRufRuleTraceRuleStackEachLayer::m_dMaxWireWidth,
              &CVRXoutRufRuleTraceRuleStackEachLayer::m_dMinWireWidth> {};
 
-}  // namespace laminate::cli
+}  // namespace laminate

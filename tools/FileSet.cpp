@@ -8,6 +8,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <iterator>
 
 #include "Paths.h"
 #include "base/FileSystem.h"
@@ -43,15 +44,31 @@ struct FileSet::Step {
 };
 
 FileSet::FileSet(Console& console, const std::string& sStem, const std::vector<std::string>& inputs)
+    : m_console(console), m_endings(std::begin(kEndings), std::end(kEndings)), m_sStem(sStem) {
+  TakeStem();
+  for (const char* szEnding : m_endings) RefuseOutputOverInputs(console, Path(szEnding), inputs);
+}
+
+FileSet::FileSet(Console& console, const std::string& sStem, const std::vector<Replacement>& replacements)
     : m_console(console), m_sStem(sStem) {
-  if (m_sStem == "-") console.Fail({"-"}, "a set of files cannot go to standard output", kUsage);
+  TakeStem();
+  for (const Replacement& file : replacements) {
+    m_endings.push_back(file.szEnding);
+    for (const Replacement& other : replacements) {
+      if (&other != &file) RefuseOutputOverInputs(console, Path(file.szEnding), {other.input});
+    }
+  }
+}
+
+void FileSet::TakeStem() {
+  if (m_sStem == "-") m_console.Fail({"-"}, "a set of files cannot go to standard output", kUsage);
+  const std::string sGiven = m_sStem;
   if (m_sStem.ends_with(".pcf")) m_sStem.resize(m_sStem.size() - 4);
-  if (NameOf(m_sStem).empty()) console.Fail({sStem}, "the stem names no file", kUsage);
-  for (const char* szEnding : kEndings) RefuseOutputOverInputs(console, Path(szEnding), inputs);
+  if (NameOf(m_sStem).empty()) m_console.Fail({sGiven}, "the stem names no file", kUsage);
 }
 
 void FileSet::RefuseSameFile(const std::string& sOutput) const {
-  for (const char* szEnding : kEndings) {
+  for (const char* szEnding : m_endings) {
     if (sOutput != "-" && SameFile(sOutput, Path(szEnding))) {
       m_console.Fail({sOutput}, "two outputs have the same name", kUsage);
     }

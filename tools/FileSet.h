@@ -14,8 +14,14 @@ namespace laminate::cli {
 /// Without `Commit` nothing remains. Failures are told and end the command.
 class FileSet {
  public:
-  /// Refuses standard output, and a set of which one file is also an input.
+  /// The files that an export writes. Refuses standard output, and a set of which one file is also an input.
   FileSet(Console& console, const std::string& sStem, const std::vector<std::string>& inputs);
+  /// A file for each input, of the input's kind, which may take the place of that input but of no other one.
+  struct Replacement {
+    const char* szEnding;
+    std::string input;
+  };
+  FileSet(Console& console, const std::string& sStem, const std::vector<Replacement>& replacements);
   ~FileSet();
   FileSet(const FileSet&) = delete;
   FileSet& operator=(const FileSet&) = delete;
@@ -37,11 +43,13 @@ class FileSet {
   [[noreturn]] void Fail(const std::string& sName, int nError);
   void Prepare(Step& step);
   void Undo(const std::vector<Step>& steps);
+  void TakeStem();
   // A fresh name beside a file, which goes with this object.
   std::string Beside(const std::string& sTarget);
 
   Console& m_console;
   InterruptGuard m_guard;
+  std::vector<const char*> m_endings;
   std::string m_sStem;     // without ".pcf"
   std::string m_sPrivate;  // the private folder; empty when there is none
   std::vector<std::string> m_leftovers;

@@ -1,7 +1,6 @@
 #include "JsonBoard.h"
 
-#include "FieldsBoard.h"
-#include "FieldsTechnology.h"
+#include "FieldsDesign.h"
 #include "JsonObjects.h"
 #include "drawobj/CBDdrawObj.h"
 

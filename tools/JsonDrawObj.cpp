@@ -2,8 +2,8 @@
 #include <typeinfo>
 #include <unordered_map>
 
-#include "FieldsDrawObj.h"
 #include "JsonObjects.h"
+#include "save/FieldsDrawObj.h"
 
 namespace laminate::cli {
 
@@ -13,7 +13,7 @@ template <class Base>
 using Writer = void (*)(JsonWriter&, const Base&);
 
 template <class Base, class... Classes>
-std::unordered_map<std::type_index, Writer<Base>> MakeWriters() {
+std::unordered_map<std::type_index, Writer<Base>> MakeWriters(ClassList<Classes...>) {
   return {{std::type_index(typeid(Classes)),
            [](JsonWriter& json, const Base& object) { WriteValue(json, static_cast<const Classes&>(object)); }}...};
 }
@@ -36,15 +36,12 @@ void WriteAs(JsonWriter& json, const std::unordered_map<std::type_index, Writer<
 }  // namespace
 
 void WriteValue(JsonWriter& json, CBDdrawObj* const& p) {
-  static const auto writers =
-      MakeWriters<CBDdrawObj, CBDareaz, CBDcircle, CBDdelete, CBDdonut, CBDdrawPad, CBDdrawPadstack, CBDdrawSubBoard,
-                  CBDhole, CBDline, CBDoblong, CBDopenShape, CBDoval, CBDovalHole, CBDrectangle, CBDroundThermal,
-                  CBDsquareHole, CBDsquareThermal, CBDsurface, CBDsymbolText, CBDtext>();
+  static const auto writers = MakeWriters<CBDdrawObj>(ShapeClasses());
   WriteAs<CBDdrawObj>(json, writers, p);
 }
 
 void WriteValue(JsonWriter& json, CBDvertex* const& p) {
-  static const auto writers = MakeWriters<CBDvertex, CBDvertexPt, CBDvertexArc>();
+  static const auto writers = MakeWriters<CBDvertex>(VertexClasses());
   WriteAs<CBDvertex>(json, writers, p);
 }
 

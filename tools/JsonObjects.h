@@ -4,7 +4,6 @@
 #include <concepts>
 #include <type_traits>
 
-#include "Fields.h"
 #include "JsonWriter.h"
 #include "base/CArrayN.h"
 #include "base/CExPtrArray.h"
@@ -14,6 +13,7 @@
 #include "base/CRectD.h"
 #include "base/CString.h"
 #include "base/CStringArray.h"
+#include "save/Fields.h"
 
 class CBDdrawObj;
 class CBDvertex;

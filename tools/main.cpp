@@ -67,9 +67,10 @@ int Main(Console& console, int argc, char** argv) {
   app.require_subcommand(1);
   app.footer(Example("laminate nets board.pcf"));
   AddSettings(app, settings);
-  const Command commands[] = {DeclareInfo(app),  DeclareNets(app),  DeclareComponents(app), DeclareTree(app),
-                              DeclareCheck(app), DeclareDump(app),  DeclareDesignData(app), DeclareExport(app),
-                              DeclarePlace(app), DeclareRender(app)};
+  const Command commands[] = {DeclareInfo(app),      DeclareNets(app),  DeclareComponents(app), DeclareTree(app),
+                              DeclareCheck(app),     DeclareDump(app),  DeclareWhere(app),      DeclareSave(app),
+                              DeclareEdit(app),      DeclarePlace(app), DeclareRender(app),     DeclareExport(app),
+                              DeclareDesignData(app)};
   for (const Command& command : commands) AddSettings(*command.app, settings);
 
   try {

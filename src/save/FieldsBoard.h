@@ -1,5 +1,4 @@
 #pragma once
-#include "Fields.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcompGroup.h"
 #include "board/CBDcomponent.h"
@@ -12,15 +11,9 @@
 #include "board/CBDsubBoard.h"
 #include "board/CBDtextSize.h"
 #include "board/CBDvisibleLayerSet.h"
-#include "facade/CBDesigner.h"
+#include "save/Fields.h"
 
-namespace laminate::cli {
-
-template <>
-struct FieldsOf<CBDesigner>
-    : Fields<&CBDesigner::m_pTechnology, &CBDesigner::m_pFtfTechnology, &CBDesigner::m_pFootprintContainer,
-             &CBDesigner::m_pBoardContainer, &CBDesigner::m_pParameter, &CBDesigner::m_pLibraryEntities,
-             &CBDesigner::m_sVersion, &CBDesigner::m_nComponentFileCount, &CBDesigner::m_nLayerFileCount> {};
+namespace laminate {
 
 template <>
 struct FieldsOf<CBDboardContainer> : Fields<&CBDboardContainer::m_pComponentArray,
@@ -86,4 +79,4 @@ struct FieldsOf<CBDlibPadstack> : Fields<&CBDlibPadstack::m_sName, &CBDlibPadsta
 template <>
 struct FieldsOf<CBDlibPad> : Fields<&CBDlibPad::m_sName, &CBDlibPad::m_sSide, &CBDlibPad::m_sFlip> {};
 
-}  // namespace laminate::cli
+}  // namespace laminate

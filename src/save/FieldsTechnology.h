@@ -1,5 +1,5 @@
 #pragma once
-#include "Fields.h"
+#include "save/Fields.h"
 #include "technology/CBDcondLayer.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintContainer.h"
@@ -13,7 +13,7 @@
 #include "technology/CBDtechnologyContainer.h"
 #include "technology/CBDtoeprintPin.h"
 
-namespace laminate::cli {
+namespace laminate {
 
 template <>
 struct FieldsOf<CBDtechnologyContainer>
@@ -69,4 +69,4 @@ template <>
 struct FieldsOf<CBDtoeprintPin>
     : Fields<&CBDtoeprintPin::m_sName, &CBDtoeprintPin::m_ptLocation, &CBDtoeprintPin::m_pDrawObjArray> {};
 
-}  // namespace laminate::cli
+}  // namespace laminate

@@ -1,5 +1,7 @@
 #pragma once
-#include "Fields.h"
+#include <type_traits>
+#include <typeinfo>
+
 #include "drawobj/CBDareaz.h"
 #include "drawobj/CBDcircle.h"
 #include "drawobj/CBDdelete.h"
@@ -26,8 +28,9 @@
 #include "drawobj/CBDvertex.h"
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
+#include "save/Fields.h"
 
-namespace laminate::cli {
+namespace laminate {
 
 template <>
 struct FieldsOf<CBDdrawObj>
@@ -139,4 +142,24 @@ struct FieldsOf<CBDvertexArc>
   using Base = CBDvertex;
 };
 
-}  // namespace laminate::cli
+/// Classes whose objects are held by a common base class.
+template <class... Classes>
+struct ClassList {};
+using ShapeClasses = ClassList<CBDareaz, CBDcircle, CBDdelete, CBDdonut, CBDdrawPad, CBDdrawPadstack, CBDdrawSubBoard,
+                               CBDhole, CBDline, CBDoblong, CBDopenShape, CBDoval, CBDovalHole, CBDrectangle,
+                               CBDroundThermal, CBDsquareHole, CBDsquareThermal, CBDsurface, CBDsymbolText, CBDtext>;
+using VertexClasses = ClassList<CBDvertexPt, CBDvertexArc>;
+
+/// Calls `function` with the object as one of its own class; as it is when the class is none of the list.
+template <class Base, class... Classes, class Function>
+void AsItsClass(Base& object, ClassList<Classes...>, Function&& function) {
+  const auto is = [&](auto* pNone) {
+    using Class = std::remove_pointer_t<decltype(pNone)>;
+    if (typeid(object) != typeid(Class)) return false;
+    function(static_cast<Class&>(object));
+    return true;
+  };
+  if (!(is(static_cast<Classes*>(nullptr)) || ...)) function(object);
+}
+
+}  // namespace laminate

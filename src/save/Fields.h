@@ -11,7 +11,7 @@
 #include <concepts>
 #include <string_view>
 
-namespace laminate::cli {
+namespace laminate {
 
 namespace fields_detail {
 
@@ -63,4 +63,4 @@ constexpr void ForEachField(Visitor&& visit) {
   FieldsOf<T>::ForEachOwn(visit);
 }
 
-}  // namespace laminate::cli
+}  // namespace laminate

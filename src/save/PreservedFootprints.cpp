@@ -1,0 +1,49 @@
+#include "save/PreservedFootprints.h"
+
+#include "save/Content.h"
+#include "save/FormPatch.h"
+#include "save/WrittenForms.h"
+#include "technology/CBDfootprintContainer.h"
+#include "technology/CBDtechnologyContainer.h"
+
+namespace laminate {
+
+std::string PreservedFootprints(const SavedDesign& design, const OwnedDesign& source, std::string_view text,
+                                SaveLosses& losses) {
+  if (SameContent(*design.pFtfTechnology, *source.pFtfTechnology) &&
+      SameContent(*design.pFootprints, *source.pFootprints)) {
+    return std::string(text);
+  }
+  SaveLosses lossesBefore = losses;
+  SaveLosses lossesNow = losses;
+  const auto write = [](const SavedDesign& d, SaveLosses& l) {
+    return FormsAsText(l, [&](FormText& out) { PutFootprintFile(out, d); });
+  };
+  const std::string sWritten = write(source.View(), lossesBefore);
+  const std::string sWanted = write(design, lossesNow);
+  TellNewLosses(lossesBefore, lossesNow, losses);
+  if (losses.IsRefused()) return {};
+
+  SourceEdits edits(text);
+  const FormTree tree(text);
+  const FormNode* pRoot = nullptr;
+  for (const FormNode& form : tree.Roots()) {
+    if (pRoot == nullptr && form.Name() == "ftf") pRoot = &form;
+  }
+  if (pRoot == nullptr) RaiseDoesNotReadBack("the footprint file");
+  std::string sText;
+  const bool bDone = PatchUntilItReadsBack(
+      edits, tree, *pRoot, [text](std::size_t n) { return text.data() + n; }, sWritten, sWanted,
+      [&]() -> std::optional<std::string> {
+        sText = edits.Apply();
+        const HeldText held{std::string(sText)};
+        OwnedDesign got;
+        if (!ReadFootprintText(held.View(), got)) return std::nullopt;
+        SaveLosses ignored = losses;
+        return write(got.View(), ignored);
+      });
+  if (!bDone) RaiseDoesNotReadBack("the footprint file");
+  return sText;
+}
+
+}  // namespace laminate

@@ -1,0 +1,30 @@
+#pragma once
+// Forms that are written anew for a file that is preserved, and what comes of reading them.
+#include <string>
+
+#include "save/FormText.h"
+#include "save/SaveLosses.h"
+
+namespace laminate {
+
+/// What `put(FormText&)` writes where the reader has `nLevel` forms open.
+template <class Put>
+std::string FormsAsText(SaveLosses& losses, Put&& put, int nLevel = 0) {
+  std::string s;
+  TextOut out(s);
+  FormStyle style;
+  style.nLevel = nLevel;
+  FormText text(out, losses, style);
+  put(text);
+  out.Flush();
+  return s;
+}
+
+/// Tells `losses` of what the second of two writings lost and the first one did not: a form that still says what it
+/// said is not written, and what it cannot say was never in the file.
+void TellNewLosses(const SaveLosses& before, const SaveLosses& now, SaveLosses& losses);
+
+/// Raises `CInvalidArgException`: a text that was put together does not read back as what was to be said.
+[[noreturn]] void RaiseDoesNotReadBack(const std::string& sWhat);
+
+}  // namespace laminate
