@@ -120,6 +120,20 @@ TEST_F(Differential, TextsOfManyBlocks) {
   }
 }
 
+TEST_F(Differential, FormsThatBlocksCut) {
+  // One block ends in a form of many tokens, the next one in a form of few.
+  std::mt19937 random(5);
+  std::string text = "(r\n";
+  while (text.size() < 600000) {
+    text += "(a\n";
+    for (std::size_t n = random() % 3 == 0 ? random() % 9000 : random() % 400; n > 0; --n) {
+      text += std::to_string(random()) + "\n";
+    }
+    text += ")\n";
+  }
+  EXPECT_TRUE(SameFile(text + ")"));
+}
+
 TEST_F(Differential, RandomLinesOfManyStrings) {
   // So long that a line gets its index.
   std::mt19937 random(2);
