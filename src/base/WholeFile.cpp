@@ -22,6 +22,15 @@ int FollowLinks(const CString& sPath, std::string& sTarget) {
   return -ELOOP;
 }
 
+constexpr unsigned kNewFileMode = 0666;  // less what the process masks
+
+// How temporary names for the target begin. They stay within what a file system allows where the target's name does.
+std::string NameBeside(const std::string& sTarget) {
+  constexpr std::size_t kLongest = 200;
+  const std::size_t nFolder = sTarget.rfind('/') + 1;
+  return sTarget.substr(0, nFolder) + sTarget.substr(nFolder, kLongest) + ".tmp" + std::to_string(::getpid()) + "-";
+}
+
 }  // namespace
 
 WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
@@ -44,9 +53,11 @@ WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
       m_nMode = info.nMode;
     }
     FileSystem::Handle h = -EEXIST;
+    const std::string sBeside = NameBeside(m_sTarget);
     for (int i = 0; h == -EEXIST && i < 1000; ++i) {
-      m_sTemporary = m_sTarget + ".tmp" + std::to_string(::getpid()) + "-" + std::to_string(i);
-      h = fileSystem.CreateNew(m_sTemporary.c_str());
+      m_sTemporary = sBeside + std::to_string(i);
+      // What only some may read stays so while it is written.
+      h = fileSystem.CreateNew(m_sTemporary.c_str(), m_nMode.value_or(kNewFileMode) & kNewFileMode);
     }
     if (h < 0) {
       m_sTemporary.clear();
@@ -74,8 +85,8 @@ void WholeFile::Commit() {
     if (const int n = m_file.Close(); n != 0) Fail(-n);
     return;
   }
-  if (m_nMode != 0) {
-    if (const int n = fileSystem.SetMode(m_file.Get(), m_nMode); n != 0) Fail(-n);
+  if (m_nMode) {
+    if (const int n = fileSystem.SetMode(m_file.Get(), *m_nMode); n != 0) Fail(-n);
   }
   if (const int n = fileSystem.Sync(m_file.Get()); n != 0) Fail(-n);
   if (const int n = m_file.Close(); n != 0) Fail(-n);

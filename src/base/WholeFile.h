@@ -1,4 +1,6 @@
 #pragma once
+#include <memory>
+#include <optional>
 #include <string>
 
 #include "base/CString.h"
@@ -9,8 +11,9 @@ namespace laminate {
 
 /// A file that appears whole or not at all. Its text is written beside its name under a temporary one; `Commit` brings
 /// it to the device and renames it into place, so that a file that stood there is either untouched or replaced whole.
-/// Without `Commit` nothing remains. An existing regular file keeps its mode and a link is followed; what is no regular
-/// file, such as a device or a pipe, is written in place. Every failure raises `CFileException` with the file's name.
+/// Without `Commit` nothing remains. An existing regular file keeps its mode, though not its owner nor other names that
+/// it has; a link is followed; what is no regular file, such as a device or a pipe, is written in place. Every failure
+/// raises `CFileException` with the file's name.
 class WholeFile {
  public:
   explicit WholeFile(const CString& sPath);
@@ -26,10 +29,10 @@ class WholeFile {
   [[noreturn]] void Fail(int nError);
   void Discard() noexcept;
 
-  CString m_sPath;           // as the caller named it
-  std::string m_sTarget;     // behind all links
-  std::string m_sTemporary;  // empty when the target is written in place
-  unsigned m_nMode = 0;      // of the file that is replaced; 0: there is none
+  CString m_sPath;                  // as the caller named it
+  std::string m_sTarget;            // behind all links
+  std::string m_sTemporary;         // empty when the target is written in place
+  std::optional<unsigned> m_nMode;  // of the file that is replaced
   OpenedFile m_file;
   std::unique_ptr<TextOut> m_pText;
 };

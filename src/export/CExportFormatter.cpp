@@ -61,9 +61,10 @@ void Indenter::AllLines(TextOut& out, std::string_view sText) const {
   char piece[kBuffer];
   char expanded[kBuffer];
   while (!sText.empty()) {
-    // One read: up to and with the line's end, two bytes of which count as one, and at most 1023 bytes.
-    const std::size_t nEnd = std::min(sText.find('\n'), sText.size() - 1) + 1;
-    std::string_view sLine = sText.substr(0, nEnd);
+    // One read: up to and with the line's end, two bytes of which count as one, and at most 1023 bytes. A line end
+    // farther off is none of this read's.
+    const std::string_view sAhead = sText.substr(0, kBuffer);
+    std::string_view sLine = sAhead.substr(0, std::min(sAhead.find('\n'), sAhead.size() - 1) + 1);
     std::string_view sRead;
     if (sLine.ends_with("\r\n") && sLine.size() <= kBuffer) {
       std::copy_n(sLine.begin(), sLine.size() - 2, piece);
@@ -98,8 +99,8 @@ CExportFormatter::CExportFormatter(CString sFileName, int nIndentWidth)
     if (laminate::ReadWholeFile(m_sBackupName, sText) != 0) return;
     laminate::TextOut out(m_fpOut);
     laminate::Indenter{m_nLevel, m_nIndentWidth, m_bCloserOnly, m_nLineNo}.AllLines(out, sText);
-    out.Flush();
-    fileSystem.Remove(m_sBackupName);
+    // On a full disk the backup is the only whole text.
+    if (out.Flush() && std::fflush(m_fpOut) == 0) fileSystem.Remove(m_sBackupName);
   } catch (...) {
     std::fclose(m_fpOut);
     throw;

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "base/CString.h"
-#include "base/Pool.h"
 #include "base/TextOut.h"
 
 /// Re-indents a finished text file in place, by the nesting of its brackets. Making the object does the whole job;
@@ -11,20 +10,25 @@
 ///
 /// The file is renamed to its name + ".bak~" and written anew from there; the backup is removed at the end. Lines are
 /// taken in pieces of at most 1023 bytes, so a longer one is broken. "%%" becomes "%", any other "%" stays. Brackets
-/// inside strings count like others. A line that begins with a blank shows a message box and is handled all the same.
+/// inside strings count like others. A line that begins with a blank shows a message box, which names its number, and
+/// is handled all the same. What stands under the name is renamed whatever it is, a folder too; a renaming that fails
+/// is not noticed, and the file is emptied. Write errors show in `ferror(m_fpOut)` alone; the backup then stays.
 class CExportFormatter {
  public:
-  /// `nIndentWidth` is in blanks per level. When the file cannot be created anew the text stays in the backup; when the
-  /// backup cannot be read the new file stays empty.
+  /// `nIndentWidth` is in blanks per level; without a positive one nothing is indented. When the file cannot be created
+  /// anew, `m_fpOut` is null and the text stays in the backup; when the backup cannot be read, the new file stays empty
+  /// and the backup is kept. Raises `CMemoryException` and what a host's message box raises; the backup then holds the
+  /// text.
   CExportFormatter(CString sFileName, int nIndentWidth);
   virtual ~CExportFormatter();
   CExportFormatter(const CExportFormatter&) = delete;
   CExportFormatter& operator=(const CExportFormatter&) = delete;
 
-  /// Formats and writes one line, of at most 1023 bytes, behind the indent of the present level.
+  /// Formats and writes one line behind the indent of the present level; bytes beyond 1023 are cut off. Raises
+  /// `CInvalidArgException` when there is no stream.
   void Print(const char* szFormat, ...) __attribute__((format(printf, 2, 3)));
 
-  FILE* m_fpOut = nullptr;
+  FILE* m_fpOut = nullptr;  ///< closed by the destructor; a host that closes it sets it to null
   CString m_sFileName;
   CString m_sBackupName;
   int m_nLevel = 0;  ///< may go below 0

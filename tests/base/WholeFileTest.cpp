@@ -87,6 +87,36 @@ TEST_F(WholeFileTest, KeepsModeAndLinks) {
   EXPECT_EQ(Names(), (std::vector<std::string>{"d", "dangling", "f", "link"}));
 }
 
+TEST_F(WholeFileTest, WhatOnlySomeMayReadStaysSoWhileItIsWritten) {
+  const std::string path = m_folder.Write("f", "old");
+  ASSERT_EQ(::chmod(path.c_str(), 0600), 0);
+  WholeFile file(path.c_str());
+  for (const std::string& name : Names()) EXPECT_EQ(Mode(m_folder / name), 0600u) << name;
+  EXPECT_EQ(Names().size(), 2u);
+  // A file that was closed to all stays so, too.
+  ASSERT_EQ(::chmod(path.c_str(), 0), 0);
+  class Open : public laminate::FileSystem {
+    int Describe(const char* szPath, FileInfo& info) override {
+      const int nResult = FileSystem::Describe(szPath, info);
+      info.bWritable = true;
+      return nResult;
+    }
+  } files;
+  const laminate::FileSystemScope scope(files);
+  Write(path, "new");
+  EXPECT_EQ(Mode(path), 0u);
+}
+
+TEST_F(WholeFileTest, TakesNamesAsLongAsTheSystemDoes) {
+  for (const std::size_t n : {std::size_t{200}, std::size_t{201}, std::size_t{244}, std::size_t{255}}) {
+    const std::string path = m_folder / std::string(n, 'n');
+    EXPECT_EQ(Refused(path), 0) << n;
+    EXPECT_EQ(ReadFile(path), "new") << n;
+  }
+  EXPECT_EQ(Refused(m_folder / std::string(256, 'n')), ENAMETOOLONG);
+  EXPECT_EQ(Names().size(), 4u);
+}
+
 TEST_F(WholeFileTest, RefusesWhatItCannotReplace) {
   EXPECT_EQ(Refused(""), ENOENT);
   EXPECT_EQ(Refused(m_folder / "none/f"), ENOENT);

@@ -1,15 +1,17 @@
 #include "export/CExportFormatter.h"
 
 #include <gtest/gtest.h>
-#include <sys/stat.h>
 
+#include <cerrno>
 #include <fstream>
-#include <memory>
-#include <sstream>
+#include <stdexcept>
 #include <string>
+#include <type_traits>
 #include <vector>
 
+#include "base/FaultyFileSystem.h"
 #include "base/HostInterface.h"
+#include "base/TestFolder.h"
 
 namespace {
 
@@ -22,37 +24,22 @@ class BoxRecorder : public CHostInterface {
   std::vector<std::string> texts;
 };
 
-class FormatterTest : public testing::Test {
+class FormatterTest : public laminate::test::DescriptorTest {
  protected:
-  void SetUp() override {
-    std::string sFolder = testing::TempDir() + "formatter-XXXXXX";
-    ASSERT_NE(mkdtemp(sFolder.data()), nullptr);
-    m_sFolder = sFolder;
-    m_sFile = sFolder + "/text.tcf";
-  }
-  void TearDown() override { ASSERT_EQ(system(("rm -rf '" + m_sFolder + "'").c_str()), 0); }
-
   static void Put(const std::string& sPath, const std::string& sText) {
     std::ofstream(sPath, std::ios::binary) << sText;
   }
-  static std::string Get(const std::string& sPath) {
-    std::ifstream in(sPath, std::ios::binary);
-    std::stringstream s;
-    s << in.rdbuf();
-    return s.str();
-  }
-  static bool Exists(const std::string& sPath) {
-    struct stat info {};
-    return ::stat(sPath.c_str(), &info) == 0;
-  }
+  static std::string Get(const std::string& sPath) { return laminate::test::ReadFile(sPath); }
+  static bool Exists(const std::string& sPath) { return std::filesystem::exists(sPath); }
   std::string Format(const std::string& sText, int nWidth = 2) {
     Put(m_sFile, sText);
     { const CExportFormatter formatter(m_sFile.c_str(), nWidth); }
     return Get(m_sFile);
   }
 
-  std::string m_sFolder;
-  std::string m_sFile;
+  const laminate::test::TestFolder m_folder;
+  const std::string m_sFile = m_folder / "text.tcf";
+  const std::string m_sBackup = m_sFile + ".bak~";
   BoxRecorder m_boxes;
   CHostInterfaceScope m_scope{m_boxes};
 };
@@ -67,7 +54,7 @@ TEST_F(FormatterTest, FieldsTellTheOutcome) {
   Put(m_sFile, "(a\n(b\n");
   const CExportFormatter formatter(m_sFile.c_str(), 3);
   EXPECT_EQ(formatter.m_sFileName, m_sFile.c_str());
-  EXPECT_EQ(formatter.m_sBackupName, (m_sFile + ".bak~").c_str());
+  EXPECT_EQ(formatter.m_sBackupName, (m_sBackup).c_str());
   EXPECT_EQ(formatter.m_nLevel, 2);
   EXPECT_EQ(formatter.m_nIndentWidth, 3);
   EXPECT_EQ(formatter.m_nLineNo, 2);
@@ -77,7 +64,7 @@ TEST_F(FormatterTest, FieldsTellTheOutcome) {
 
 TEST_F(FormatterTest, RemovesTheBackup) {
   Format("(a\n)\n");
-  EXPECT_FALSE(Exists(m_sFile + ".bak~"));
+  EXPECT_FALSE(Exists(m_sBackup));
 }
 
 TEST_F(FormatterTest, BracketsInStringsCount) {
@@ -170,17 +157,17 @@ TEST_F(FormatterTest, AMissingFileBecomesAnEmptyOne) {
   { const CExportFormatter formatter(m_sFile.c_str(), 2); }
   EXPECT_TRUE(Exists(m_sFile));
   EXPECT_EQ(Get(m_sFile), "");
-  EXPECT_FALSE(Exists(m_sFile + ".bak~"));
+  EXPECT_FALSE(Exists(m_sBackup));
 }
 
 TEST_F(FormatterTest, AnOldBackupIsReplaced) {
-  Put(m_sFile + ".bak~", "old\n");
+  Put(m_sBackup, "old\n");
   EXPECT_EQ(Format("(a)\n"), "(a)\n");
-  EXPECT_FALSE(Exists(m_sFile + ".bak~"));
+  EXPECT_FALSE(Exists(m_sBackup));
 }
 
 TEST_F(FormatterTest, AFolderThatCannotBeWrittenLeavesNoStream) {
-  const CExportFormatter formatter((m_sFolder + "/none/text.tcf").c_str(), 2);
+  const CExportFormatter formatter((m_folder / "none/text.tcf").c_str(), 2);
   EXPECT_EQ(formatter.m_fpOut, nullptr);
 }
 
@@ -202,5 +189,151 @@ TEST_F(FormatterTest, AWidthThatIsNotPositiveGivesNoIndent) {
   EXPECT_EQ(Format("(a\n(b)\n)\n", 0), "(a\n(b)\n)\n");
   EXPECT_EQ(Format("(a\n(b)\n)\n", -2), "(a\n(b)\n)\n");
 }
+
+TEST_F(FormatterTest, OnlyABlankAtTheBeginningShowsTheBox) {
+  EXPECT_EQ(Format("\t(a)\t\v\f\n"), "(a)\n") << "tabs and the like are trimmed";
+  EXPECT_EQ(Format("(a\n\t\n"), "(a\n  \n") << "a line of a tab is an indent alone";
+  EXPECT_EQ(Format("(a\n\t)\n"), "(a\n)\n");
+  EXPECT_EQ(Format("x\x85\xa0\x81\x40\n"), "x\x85\xa0\x81\x40\n") << "no other byte is a white space";
+  EXPECT_TRUE(m_boxes.texts.empty());
+  EXPECT_EQ(Format("(a\n )\n"), "(a\n)\n");
+  EXPECT_EQ(m_boxes.texts, (std::vector<std::string>{"CExportFormatter::Print() error!, Line No : 2 !!"}));
+}
+
+TEST_F(FormatterTest, CountsThePiecesOfALongLine) {
+  Put(m_sFile, std::string(1023, 'x') + " " + std::string(976, 'y') + "\n (b)\n");
+  const CExportFormatter formatter(m_sFile.c_str(), 2);
+  EXPECT_EQ(formatter.m_nLineNo, 3);
+  EXPECT_EQ(m_boxes.texts, (std::vector<std::string>{"CExportFormatter::Print() error!, Line No : 2 !!",
+                                                     "CExportFormatter::Print() error!, Line No : 3 !!"}));
+}
+
+TEST_F(FormatterTest, EveryBreakCutsAndATornPairCountsByItsParts) {
+  std::vector<std::size_t> lengths;
+  const std::string sResult = Format(std::string(4096, 'x') + "\n");
+  for (std::size_t at = 0; at < sResult.size();) {
+    const std::size_t end = sResult.find('\n', at);
+    lengths.push_back(end - at);
+    at = end + 1;
+  }
+  EXPECT_EQ(lengths, (std::vector<std::size_t>{1023, 1023, 1023, 1023, 4}));
+  EXPECT_EQ(Format(std::string(1023, 'x') + "\r\n"), std::string(1023, 'x') + "\n\n");
+  EXPECT_EQ(Format(std::string(1022, 'x') + "\ry\n"), std::string(1022, 'x') + "\ny\n") << "a lone CR is trimmed";
+  EXPECT_EQ(Format(std::string(1022, 'x') + "()\n(b)\n"), std::string(1022, 'x') + "(\n)\n(b)\n");
+}
+
+TEST_F(FormatterTest, ALoneCloserAtTheMarginKeepsAllBelowIt) {
+  EXPECT_EQ(Format(")\n(a\n(b\n(c)\n"), ")\n(a\n(b\n  (c)\n");
+}
+
+TEST_F(FormatterTest, WhatStandsBehindANulIsNotLookedAt) {
+  EXPECT_EQ(Format(std::string("\0abc\n(b)\n", 9)), "\n(b)\n");
+  EXPECT_EQ(Format(std::string("\0 \n", 3)), "\n");
+  EXPECT_TRUE(m_boxes.texts.empty());
+  EXPECT_EQ(Format(std::string(" \0\n", 3)), "\n");
+  EXPECT_EQ(m_boxes.texts.size(), 1u);
+}
+
+TEST_F(FormatterTest, ABackupWithoutItsFileIsFormatted) {
+  Put(m_sBackup, "(a\n(b\n");
+  { const CExportFormatter formatter(m_sFile.c_str(), 2); }
+  EXPECT_EQ(Get(m_sFile), "(a\n  (b\n");
+  EXPECT_FALSE(Exists(m_sBackup));
+}
+
+TEST_F(FormatterTest, WhateverFailsTheTextIsStillThere) {
+  const std::string sText = "(a\n(b)\n)\n";
+  const std::string sFormatted = "(a\n  (b)\n)\n";
+  const int nFailures = laminate::test::ForEachFailingFileOperation(EIO, [&](auto& files) {
+    std::filesystem::remove(m_sBackup);
+    Put(m_sFile, sText);
+    { const CExportFormatter formatter(m_sFile.c_str(), 2); }
+    // Whether the renaming succeeded is not asked for.
+    if (files.HasFailed() && files.Operations()[files.FirstFailed() - 1] == "Rename") {
+      EXPECT_EQ(Get(m_sFile), "");
+      return;
+    }
+    EXPECT_TRUE((Exists(m_sBackup) && Get(m_sBackup) == sText) || Get(m_sFile) == sText || Get(m_sFile) == sFormatted);
+  });
+  EXPECT_GE(nFailures, 5);
+}
+
+TEST_F(FormatterTest, AFileThatCannotBeMadeLeavesTheBackupAndNoStream) {
+  Put(m_sFile, "(a)\n");
+  laminate::test::FaultyFileSystem files(1, EACCES, laminate::test::FaultyFileSystem::Duration::forever);
+  files.Only("OpenForWriting");
+  const laminate::FileSystemScope scope(files);
+  const CExportFormatter formatter(m_sFile.c_str(), 2);
+  EXPECT_EQ(formatter.m_fpOut, nullptr);
+  EXPECT_EQ(formatter.m_nLineNo, 0);
+  EXPECT_FALSE(Exists(m_sFile));
+  EXPECT_EQ(Get(m_sBackup), "(a)\n");
+}
+
+TEST_F(FormatterTest, ABackupThatCannotBeReadStays) {
+  for (const char* szOperation : {"OpenForReading", "Read"}) {
+    Put(m_sFile, "(a)\n");
+    laminate::test::FaultyFileSystem files(1, EIO, laminate::test::FaultyFileSystem::Duration::forever);
+    files.Only(szOperation);
+    const laminate::FileSystemScope scope(files);
+    const CExportFormatter formatter(m_sFile.c_str(), 2);
+    EXPECT_NE(formatter.m_fpOut, nullptr) << szOperation;
+    EXPECT_EQ(formatter.m_nLineNo, 0) << szOperation;
+    EXPECT_EQ(Get(m_sFile), "") << szOperation;
+    EXPECT_EQ(Get(m_sBackup), "(a)\n") << szOperation;
+  }
+}
+
+TEST_F(FormatterTest, AHostsFailureInTheBoxPassesAndTheTextStays) {
+  struct Refuses : CHostInterface {
+    int OnAfxMessageBox(const CString&, UINT, UINT) override { throw std::runtime_error("no"); }
+  } refuses;
+  const CHostInterfaceScope scope(refuses);
+  Put(m_sFile, "(a\n (b)\n");
+  EXPECT_THROW(CExportFormatter(m_sFile.c_str(), 2), std::runtime_error);
+  EXPECT_EQ(Get(m_sBackup), "(a\n (b)\n");
+}
+
+TEST_F(FormatterTest, LongTextsGoThroughWhole) {
+  std::string sText;
+  std::string sExpected;
+  for (int i = 0; i < 40000; ++i) {
+    sText += i % 2 == 0 ? "(x\n" : ")\n";
+    sExpected += i % 2 == 0 ? "(x\n" : ")\n";
+  }
+  EXPECT_EQ(Format(sText), sExpected);
+}
+
+TEST_F(FormatterTest, PrintsWhatAHostGivesIt) {
+  Put(m_sFile, "(a\n");
+  {
+    CExportFormatter formatter(m_sFile.c_str(), 2);
+    formatter.Print(" (b)");
+    formatter.Print("%s", "");
+    formatter.Print("%s", std::string(1024, 'z').c_str());
+    formatter.Print("x%cy", 0);
+    EXPECT_EQ(formatter.m_nLineNo, 5);
+  }
+  EXPECT_EQ(Get(m_sFile), "(a\n  (b)\n  \n  " + std::string(1023, 'z') + "\n  x\n");
+  EXPECT_EQ(m_boxes.texts, (std::vector<std::string>{"CExportFormatter::Print() error!, Line No : 2 !!"}));
+  CExportFormatter closed((m_folder / "none/text.tcf").c_str(), 2);
+  EXPECT_THROW(closed.Print("x"), CInvalidArgException);
+}
+
+TEST(Indenting, CostsAsMuchForOneLineAsForMany) {
+  // Far more than any line that is looked at again for each of its pieces would allow within the test's time.
+  const std::string sText(std::size_t{64} << 20, 'x');
+  std::string sOut;
+  {
+    laminate::TextOut out(sOut);
+    laminate::IndentText(out, sText, 2);
+  }
+  EXPECT_EQ(sOut.size(), sText.size() + (sText.size() + 1022) / 1023);
+}
+
+static_assert(std::has_virtual_destructor_v<CExportFormatter>);
+static_assert(!std::is_copy_constructible_v<CExportFormatter> && !std::is_copy_assignable_v<CExportFormatter>);
+static_assert(std::is_same_v<decltype(CExportFormatter::m_nLevel), int> &&
+              std::is_same_v<decltype(CExportFormatter::m_nLineNo), int>);
 
 }  // namespace
