@@ -32,7 +32,7 @@ class ClonedArray : public NamedArray<X> {
     return *this;
   }
 
-  /// Equal elements in the same order; an array always equals itself.
+  /// As many elements, and equal ones in the same order; an array always equals itself.
   bool operator==(const ClonedArray& other) const { return Equals(other); }
   bool operator!=(const ClonedArray& other) const { return !Equals(other); }
 
@@ -50,12 +50,13 @@ class ClonedArray : public NamedArray<X> {
  private:
   bool Equals(const ClonedArray& other) const {
     if (this == &other) return true;
+    if (CountElements() != other.CountElements()) return false;
     const X* const* a = this->begin();
     const X* const* b = other.begin();
     for (;; ++a, ++b) {
       while (a != this->end() && *a == nullptr) ++a;
       while (b != other.end() && *b == nullptr) ++b;
-      if (a == this->end() || b == other.end()) return a == this->end() && b == other.end();
+      if (a == this->end() || b == other.end()) return true;
       if (**a != **b) return false;
     }
   }

@@ -18,7 +18,9 @@
 
 using laminate::FindFirst;
 using laminate::LoadStatus;
+using laminate::NameKind;
 using laminate::Pointee;
+using laminate::WithPlatformFailures;
 
 CPC_BD_OutClsGet::CPC_BD_OutClsGet() {
   laminate::MakeOwned(m_pPackageArray, m_pStackup, m_pLcdbCmpCompArray, m_pPrfFunctionArray, m_pPrfPinAssignArray,
@@ -56,74 +58,70 @@ CPC_BD_OutClsGet::~CPC_BD_OutClsGet() {
 void CPC_BD_OutClsGet::Serialize(CArchive& ar) { laminate::SerializeRecord(ar, *this); }
 CPC_BD_OutClsGet* CPC_BD_OutClsGet::clone() const { return new CPC_BD_OutClsGet(*this); }
 
-// The unit is held against what the assignment gives it, so that a copy's unit counts as equal.
+// The host's own texts are held against each other before any record. The unit is held against what the assignment
+// gives it, so that a copy's unit counts as equal.
 int CPC_BD_OutClsGet::operator==(const CPC_BD_OutClsGet& other) const {
-  return this == &other || (m_sUnit == other.m_sHostText && laminate::EqualRecords(*this, other));
+  return this == &other ||
+         (m_sHostText == other.m_sHostText && m_aHostList1 == other.m_aHostList1 &&
+          m_aHostList2 == other.m_aHostList2 && m_sUnit == other.m_sHostText && laminate::EqualRecords(*this, other));
 }
 
-namespace {
-
-// Reads a line-scanned file whole and scans it. A file that cannot be read changes nothing.
-template <class Scan>
-LoadStatus ScanFile(const CString& sPath, Scan&& scan) {
-  LoadStatus status;
-  std::string sText;
-  const int nError = laminate::ReadWholeFile(sPath.GetString(), sText);
-  if (nError != 0) {
-    status.Set(LoadStatus::Result::cannotOpen, sPath, 0, 0, CString(std::generic_category().message(-nError).c_str()));
-  } else {
-    scan(std::string_view(sText));
-  }
-  return status;
-}
-
-}  // namespace
-
-void CPC_BD_OutClsGet::vGetOutPackageArray(CString sPath) {
-  m_status = ScanFile(sPath, [&](std::string_view sText) {
-    if (m_pReferences != nullptr) m_pReferences->CanDefine(laminate::NameKind::package);
-    laminate::ScanPackageFile(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
-  });
-}
-
-void CPC_BD_OutClsGet::vGetOutPrfPartArray(CString sPath) {
-  m_status = ScanFile(sPath, [&](std::string_view sText) {
-    if (m_pReferences != nullptr) {
-      m_pReferences->CanDefine(laminate::NameKind::pinAssign);
-      m_pReferences->CanDefine(laminate::NameKind::function);
-    }
-    laminate::ScanPartsFile(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
-  });
-}
-
-void CPC_BD_OutClsGet::vGetOutLcdbCmpCompArray(CString sPath) {
-  m_status = ScanFile(sPath, [&](std::string_view sText) {
-    laminate::ScanComponentFile(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
-  });
-}
-
-void CPC_BD_OutClsGet::vGetOutRufCompAndNetArray(CString sPath) {
+template <class Read>
+void CPC_BD_OutClsGet::Load(const CString& sPath, Read read) {
   m_status = LoadStatus();
-  CECadCls reader;
-  reader.m_sFileName = sPath;
-  reader.m_pDiagnostics = m_pDiagnostics;
-  reader.nParseFile(0);
-  m_status = reader.m_status;
   try {
-    laminate::ReadRuleFile(*this, reader, m_pDiagnostics);
+    WithPlatformFailures(read);
   } catch (const CInvalidArgException& e) {
     m_status.Set(LoadStatus::Result::invalidContent, sPath, e.m_nLine, 0, CString(e.what()));
     throw;
   }
 }
 
+void CPC_BD_OutClsGet::LoadLines(const CString& sPath, Scan* pScan, std::initializer_list<NameKind> defined) {
+  Load(sPath, [&] {
+    std::string sText;
+    if (const int nError = laminate::ReadWholeFile(sPath.GetString(), sText); nError != 0) {
+      m_status.Set(LoadStatus::Result::cannotOpen, sPath, 0, 0,
+                   CString(std::generic_category().message(-nError).c_str()));
+      return;
+    }
+    if (m_pReferences != nullptr) {
+      for (const NameKind kind : defined) m_pReferences->CanDefine(kind);
+    }
+    pScan(*this, sText, {sPath, m_pDiagnostics, m_pReferences.get()});
+  });
+}
+
+void CPC_BD_OutClsGet::vGetOutPackageArray(CString sPath) {
+  LoadLines(sPath, &laminate::ScanPackageFile, {NameKind::package});
+}
+
+void CPC_BD_OutClsGet::vGetOutPrfPartArray(CString sPath) {
+  LoadLines(sPath, &laminate::ScanPartsFile, {NameKind::pinAssign, NameKind::function});
+}
+
+void CPC_BD_OutClsGet::vGetOutLcdbCmpCompArray(CString sPath) { LoadLines(sPath, &laminate::ScanComponentFile, {}); }
+
+void CPC_BD_OutClsGet::vGetOutRufCompAndNetArray(CString sPath) {
+  Load(sPath, [&] {
+    CECadCls reader;
+    reader.m_sFileName = sPath;
+    reader.m_pDiagnostics = m_pDiagnostics;
+    reader.nParseFile(0);
+    m_status = reader.m_status;
+    laminate::ReadRuleFile(*this, reader, m_pDiagnostics);
+  });
+}
+
 void CPC_BD_OutClsGet::SetDiagnostics(laminate::Diagnostics* pDiagnostics) {
+  WithPlatformFailures(
+      [&] { m_pReferences.reset(pDiagnostics == nullptr ? nullptr : new laminate::NameReferences()); });
   m_pDiagnostics = pDiagnostics;
-  m_pReferences = pDiagnostics == nullptr ? nullptr : std::make_unique<laminate::NameReferences>();
 }
 
 void CPC_BD_OutClsGet::ReportUndefinedNames() const {
-  if (m_pReferences != nullptr) m_pReferences->Report(*m_pDiagnostics);
+  if (m_pReferences == nullptr) return;
+  WithPlatformFailures([&] { m_pReferences->Report(*m_pDiagnostics); });
 }
 
 CVRXoutPackage* CPC_BD_OutClsGet::pGetOutPackageFromArray(CString sName) const {

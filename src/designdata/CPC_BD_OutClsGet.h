@@ -1,5 +1,7 @@
 #pragma once
+#include <initializer_list>
 #include <memory>
+#include <string_view>
 
 #include "base/CString.h"
 #include "base/CStringArray.h"
@@ -20,7 +22,9 @@
 
 namespace laminate {
 class NameReferences;
-}
+class ScanReport;
+enum class NameKind;
+}  // namespace laminate
 
 /// The design data that stands beside a board: packages, parts, rules and library components, read from four text
 /// files, looked up by name, and stored in or loaded from an archive. The facade owns all records. It holds no board
@@ -28,7 +32,8 @@ class NameReferences;
 ///
 /// Load operations append and never clear, in any order; loading a file twice gives every record twice. They give
 /// nothing back: `GetLoadStatus` tells how the last one ended. Look-ups compare names exactly, give the first match or
-/// null, and what they give stays the facade's. One thread at a time may use a facade.
+/// null, and what they give stays the facade's. Where a host has set one of the pointers to null, every operation that
+/// needs it raises `CInvalidArgException`. One thread at a time may use a facade.
 class CPC_BD_OutClsGet : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 2;
@@ -37,12 +42,14 @@ class CPC_BD_OutClsGet : public laminate::Pooled {
   /// As assignment to an empty facade.
   CPC_BD_OutClsGet(const CPC_BD_OutClsGet& source);
   /// Copies all records, with what each of them leaves out: the stack-up is not copied, and parts share their arrays
-  /// with the source's. `m_sUnit` becomes the source's `m_sHostText`, not its unit.
+  /// with the source's. `m_sUnit` becomes the source's `m_sHostText`, not its unit. The load status and the diagnostics
+  /// stay the target's. A failure leaves some records copied and others not.
   CPC_BD_OutClsGet& operator=(const CPC_BD_OutClsGet& source);
   virtual ~CPC_BD_OutClsGet();
-  /// Stores the facade or loads it, as the archive's mode says. A load replaces the contents of the arrays it reads. A
-  /// truncated image raises `CArchiveException` with the cause end of file; an unknown version word ends the load of
-  /// that object silently.
+  /// Stores the facade or loads it, as the archive's mode says. A load replaces the contents of the arrays it reads.
+  /// The ports and gates of parts, loss tangents and whether an electrical net is a pair do not come back. A truncated
+  /// image raises `CArchiveException` with the cause end of file (and see RecordFields.h); an unknown version word ends
+  /// the load of that object silently; what was loaded by then stays. The load status is that of the text files alone.
   virtual void Serialize(CArchive& ar);
   /// A copy; the caller deletes it.
   virtual CPC_BD_OutClsGet* clone() const;
@@ -51,17 +58,25 @@ class CPC_BD_OutClsGet : public laminate::Pooled {
   int operator==(const CPC_BD_OutClsGet& other) const;
   int operator!=(const CPC_BD_OutClsGet& other) const { return !(*this == other); }
 
-  // ---- loads; a file that cannot be read changes nothing and says nothing but in the status ----
-  /// Reads a package file: appends to `m_pPackageArray` and sets `m_sUnit`.
+  // ---- loads ----
+  // A file that cannot be read changes nothing and says nothing but in the status. The three files that are read line
+  // by line raise for no content; a line that has no place where it stands is skipped. What an exception ends, for want
+  // of memory too, leaves what was appended by then. The files' forms stand at the classes of the records.
+
+  /// Reads a package file: appends to `m_pPackageArray`, and "(unit mm)" sets `m_sUnit`.
   void vGetOutPackageArray(CString sPath);
   /// Reads a parts file: appends to `m_pPrfPartArray`, `m_pPrfPinAssignArray` and `m_pPrfFunctionArray`.
   void vGetOutPrfPartArray(CString sPath);
-  /// Reads a rule file: appends to all other arrays but `m_pLcdbCmpCompArray`, to `m_pStackup` and to `m_pBoardSpec`. A
-  /// form without a value that it needs raises `CInvalidArgException`; what was appended by then stays.
+  /// Reads a rule file, (design NAME (boardSpec ...) (rule ...) (assign ...)): appends to the arrays of the classes
+  /// whose names begin with `CVRXoutRuf` and to those in `m_pStackup` and `m_pBoardSpec`; a second file adds to the
+  /// same stack-up and replaces its base material. Only the first "design" counts. A form without a value or child that
+  /// it needs raises `CInvalidArgException` with its line. Where the file is not well formed, which the status tells
+  /// (and a box when forms nest too deep), its completed forms are read all the same.
   void vGetOutRufCompAndNetArray(CString sPath);
   /// Reads a component database file: appends to `m_pLcdbCmpCompArray`.
   void vGetOutLcdbCmpCompArray(CString sPath);
-  /// How the last load ended; ok before the first.
+  /// How the last load ended; ok before the first. One that raised `CInvalidArgException` counts as invalid content,
+  /// with line 0 where a null pointer was the cause.
   const laminate::LoadStatus& GetLoadStatus() const { return m_status; }
   /// Where loads put what they notice: lines that are skipped, blocks left open, lines that act on no record. The
   /// object is the host's and must live as long as the facade or be replaced; null, as at the start: nothing is
@@ -133,6 +148,13 @@ class CPC_BD_OutClsGet : public laminate::Pooled {
   }
 
  private:
+  using Scan = void(CPC_BD_OutClsGet&, std::string_view, const laminate::ScanReport&);
+  // Runs a load, with the status and the failures that all of them have.
+  template <class Read>
+  void Load(const CString& sPath, Read read);
+  // Reads a line-scanned file whole and scans it. `defined` are the names that such a file can define.
+  void LoadLines(const CString& sPath, Scan* pScan, std::initializer_list<laminate::NameKind> defined);
+
   laminate::LoadStatus m_status;
   laminate::Diagnostics* m_pDiagnostics = nullptr;
   std::unique_ptr<laminate::NameReferences> m_pReferences;  // what the files define and refer to; only with diagnostics

@@ -22,8 +22,9 @@ class CVRXoutLcdbCmpCompPin : public laminate::Pooled {
 
   CString m_sSeventhColumn;  ///< the line's seventh column
   CString m_sGatePinName;    ///< name of the gate's pin
-  CStringArray m_aPinNames;  ///< the pins of the part that stand for it, at most 100 from one line
-  int m_nPinId = -1;         ///< number of the pin
+  CStringArray m_aPinNames;  ///< the pins of the part that stand for it, at most 100 from one line; one that is empty
+                             ///< when the line has none
+  int m_nPinId = -1;         ///< number of the pin; 0 from a line whose second column is no number
 
   static constexpr auto Fields() {
     using T = CVRXoutLcdbCmpCompPin;
@@ -43,8 +44,10 @@ class CVRXoutLcdbCmpCompPinArray : public laminate::RecordArray<CVRXoutLcdbCmpCo
 ///     functionName = FUNCTION
 ///     symbolName = SYMBOL1 SYMBOL2
 ///     gateCount = 1
-///     pin 1 = INOUT A1,A2 GATEPIN SEVENTH
+///     pin 1 = INOUT A1,A2 GATEPIN SEVENTH        columns 3 and 4 are not read
 ///   $COMP_END
+///
+/// Settings behind the end reach the component that it closed.
 class CVRXoutLcdbCmpComp : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -64,11 +67,11 @@ class CVRXoutLcdbCmpComp : public laminate::Pooled {
   /// `m_sGatePinName` of the first pin that has exactly that name among its names, else the empty text.
   CString sGetLcdbCmpCompPinGatePinNameWithPinName(CString sPinName) const;
 
-  CString m_sCompName;                                ///< the component's name
-  int m_nGateCount = 1;                               ///< number of gates
-  CString m_sFunctionName;                            ///< the function that it realises
-  CString m_sComponentType = "parts";                 ///< kind of component
-  CStringArray m_aSymbolNames;                        ///< the symbols that stand for it
+  CString m_sCompName;                 ///< the component's name
+  int m_nGateCount = 1;                ///< number of gates
+  CString m_sFunctionName;             ///< the function that it realises
+  CString m_sComponentType = "parts";  ///< kind of component
+  CStringArray m_aSymbolNames;  ///< the symbols that stand for it; each blank inside quotes brings an empty one along
   CVRXoutLcdbCmpCompPinArray* m_pPinArray = nullptr;  ///< owned, never null
 
   static constexpr auto Fields() {

@@ -46,6 +46,7 @@ CVRXoutPackage* CVRXoutPackage::clone() const { return new CVRXoutPackage(*this)
 int CVRXoutPackage::operator==(const CVRXoutPackage& other) const { return laminate::EqualRecords(*this, other); }
 
 void CVRXoutPackage::Write(laminate::TextOut& out) const {
+  const CVRXoutPackageMountFormArray& mountForms = laminate::Pointee(m_pMountFormArray);
   const laminate::OpenForm form = laminate::Form<"(package \"%s\"\n">(out, m_sName);
   // The test for emptiness is of the name: an empty type under a name leaves a blank before the bracket.
   if (m_sName.IsEmpty() || m_sType == "user-defined") {
@@ -55,7 +56,7 @@ void CVRXoutPackage::Write(laminate::TextOut& out) const {
   }
   out.Print<"(uver %d)\n">(m_nUver);
   int nIndex = 0;
-  for (const CVRXoutPackageMountForm* pForm : laminate::Pointee(m_pMountFormArray)) {
+  for (const CVRXoutPackageMountForm* pForm : mountForms) {
     if (pForm != nullptr) pForm->Write(out, nIndex++);
   }
 }

@@ -24,12 +24,13 @@ class CVRXoutPackageMountForm : public laminate::Pooled {
 
   /// Writes the mount form; only the first of a package (index 0) carries its name. Gives 0. A null stream raises.
   int nPrint2File(FILE* fp, int nIndex);
+  /// The same to a text.
   void Write(laminate::TextOut& out, int nIndex) const;
 
-  CString m_sSpec;                   ///< soldering process that it is for
+  CString m_sSpec;                   ///< soldering process that it is for; an empty "(spec" in a file gives "default"
   CString m_sBottomFootprint;        ///< footprint for the bottom side; empty when there is none
   CString m_sFootprintRef;           ///< footprint
-  CString m_sMountForm = "default";  ///< name of the mount form
+  CString m_sMountForm = "default";  ///< name of the mount form; empty when a file gives none
 
   static constexpr auto Fields() {
     using T = CVRXoutPackageMountForm;
@@ -43,7 +44,8 @@ class CVRXoutPackageMountForm : public laminate::Pooled {
 class CVRXoutPackageMountFormArray
     : public laminate::RecordArray<CVRXoutPackageMountForm, CVRXoutPackageMountFormArray> {};
 
-/// A physical package: the housing of parts, with its mount forms.
+/// A physical package: the housing of parts, with its mount forms. The elements of a block may come in any order. The
+/// brackets that close a value are taken off it, but for the package's name, which should be quoted.
 ///
 ///   (package "NAME"
 ///   (type SMD)
@@ -69,8 +71,9 @@ class CVRXoutPackage : public laminate::Pooled {
   int operator!=(const CVRXoutPackage& other) const { return !(*this == other); }
 
   /// Writes the package with its mount forms; gives 0. The type "user-defined" is written as UNDEF, and so is any type
-  /// of a package without a name. A null stream raises.
+  /// of a package without a name. A null stream raises, and so does a null array, with nothing written.
   int nPrint2File(FILE* fp);
+  /// The same to a text.
   void Write(laminate::TextOut& out) const;
   /// The first mount form for exactly that soldering process, or null; it stays the package's.
   CVRXoutPackageMountForm* pGetOutPackageMountFormWithSolderSpec(CString sSpec) const;

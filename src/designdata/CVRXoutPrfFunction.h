@@ -36,6 +36,14 @@ class CVRXoutPrfFunctionPortArray : public laminate::RecordArray<CVRXoutPrfFunct
 };
 
 /// A function: the logical symbol that parts realise.
+///
+///   (function "NAME"
+///   (property "KEY" "VALUE")
+///   (port "1" (symbPinId 1) (portType "IN" ))
+///   )
+///
+/// Written functions have their ports in an "(interface" block. Its ")" ends the function when it is read again: what
+/// stands behind it is lost.
 class CVRXoutPrfFunction : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;

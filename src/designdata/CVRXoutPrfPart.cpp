@@ -67,6 +67,15 @@ void RemoveDuplicates(CLPropertyArray& properties) {
 
 }  // namespace
 
+void CVRXoutPrfPartPort::Write(laminate::TextOut& out) const {
+  if (m_sPortType.IsEmpty()) {
+    out.Print<"(port \"%s\" (symbPinId %d) (portName \"%s\"))\n">(m_sPortNo, m_nSymbPinId, m_sPortName);
+  } else {
+    out.Print<"(port \"%s\" (symbPinId %d) (portName \"%s\") (portType %s))\n">(m_sPortNo, m_nSymbPinId, m_sPortName,
+                                                                                m_sPortType);
+  }
+}
+
 CVRXoutPrfPartGateDef::CVRXoutPrfPartGateDef() { laminate::MakeOwned(m_pPropertyArray); }
 CVRXoutPrfPartGateDef::~CVRXoutPrfPartGateDef() { delete m_pPropertyArray; }
 
@@ -138,13 +147,17 @@ void CVRXoutPrfPart::JoinRing(const CVRXoutPrfPart& source) {
 
 void CVRXoutPrfPart::Write(laminate::TextOut& out) {
   CLPropertyArray& properties = laminate::Pointee(m_pPropertyArray);
+  const CVRXoutPrfPartPortArray& ports = laminate::Pointee(m_pPortArray);
   const laminate::OpenForm part = laminate::Form<"(part \"%s\"\n">(out, m_sName);
   for (const CLProperty* p : properties) {
     if (p != nullptr && p->m_sItem == kUver) out.Print<"(%s %s)\n">(p->m_sItem, p->m_sComment);
   }
   out.Print<"(packageRef \"%s\")\n">(m_sPackageRef);
   if (!m_sPinAssignRef.IsEmpty()) out.Print<"(pinAssignRef \"%s\")\n">(m_sPinAssignRef);
-  WriteInterface(out);
+  if (laminate::CountOf(&ports) != 0) {
+    const laminate::OpenForm form = laminate::Form<"(interface\n">(out);
+    laminate::WriteEach(out, &ports);
+  }
   if (!m_sPartClass.IsEmpty()) out.Print<"(partClass %s)\n">(m_sPartClass);
   if (!m_sStockInfo.IsEmpty()) out.Print<"(stockInfo \"%s\" (default))\n">(m_sStockInfo);
   RemoveDuplicates(properties);
@@ -157,21 +170,6 @@ void CVRXoutPrfPart::Write(laminate::TextOut& out) {
       sValue.Remove(')');
       sValue.Remove('(');
       out.Print<"(property \"%s\" \"%s\")\n">(p->m_sItem, sValue);
-    }
-  }
-}
-
-void CVRXoutPrfPart::WriteInterface(laminate::TextOut& out) const {
-  const CVRXoutPrfPartPortArray& ports = laminate::Pointee(m_pPortArray);
-  if (std::all_of(ports.begin(), ports.end(), [](const CVRXoutPrfPartPort* p) { return p == nullptr; })) return;
-  const laminate::OpenForm form = laminate::Form<"(interface\n">(out);
-  for (const CVRXoutPrfPartPort* p : ports) {
-    if (p == nullptr) continue;
-    if (p->m_sPortType.IsEmpty()) {
-      out.Print<"(port \"%s\" (symbPinId %d) (portName \"%s\"))\n">(p->m_sPortNo, p->m_nSymbPinId, p->m_sPortName);
-    } else {
-      out.Print<"(port \"%s\" (symbPinId %d) (portName \"%s\") (portType %s))\n">(p->m_sPortNo, p->m_nSymbPinId,
-                                                                                  p->m_sPortName, p->m_sPortType);
     }
   }
 }

@@ -18,8 +18,13 @@ class CVRXoutPrfPartPort : public laminate::Pooled {
   CVRXoutPrfPartPort& operator=(const CVRXoutPrfPartPort&) = default;
   virtual ~CVRXoutPrfPartPort() = default;
 
-  CString m_sPortNo;     ///< the port's number, a text
-  CString m_sPortType;   ///< INOUT, IN, ...; empty is not the same as INOUT: the written files tell them apart
+  /// Writes the port's line, without "(portType" where the type is empty.
+  void Write(laminate::TextOut& out) const;
+
+  CString m_sPortNo;  ///< the port's number, a text
+  CString
+      m_sPortType;  ///< INOUT, IN, ...; empty is not the same as INOUT: the written files tell them apart. It comes
+                    ///< from the ninth column, or the sixth without a name, so that behind an unquoted name it is lost
   CString m_sPortName;   ///< the port's name
   int m_nSymbPinId = 0;  ///< pin of the symbol; written, but not read from a file
 };
@@ -28,6 +33,12 @@ class CVRXoutPrfPartPort : public laminate::Pooled {
 class CVRXoutPrfPartPortArray : public laminate::NamedArray<CVRXoutPrfPartPort> {};
 
 /// A gate of a part. It has no archive form and is not written with its part.
+///
+///   (gateDef (gateName "G")
+///   (property "KEY" "VALUE")
+///   (gateTermDef (portRef "1"))      skipped, as is a block of several lines that does not end in two brackets
+///   (KEY (KEY "1"))                  any other line is a port reference: its third column
+///   )
 class CVRXoutPrfPartGateDef : public laminate::Pooled {
  public:
   CVRXoutPrfPartGateDef();
@@ -38,6 +49,7 @@ class CVRXoutPrfPartGateDef : public laminate::Pooled {
   /// Writes a line per port reference, and nothing else; gives 0. Each percent sign of a reference is doubled, in the
   /// record too, so it doubles again with every call. A null stream raises.
   int nPrint2File(FILE* fp);
+  /// The same to a text.
   void Write(laminate::TextOut& out);
 
   CStringArray m_aPortRefs;                     ///< the third column of each line of the block, empty ones included
@@ -81,14 +93,17 @@ class CVRXoutPrfPart : public laminate::Pooled {
   int operator!=(const CVRXoutPrfPart& other) const { return !(*this == other); }
 
   /// Writes the part; gives 0. Of properties with equal key and value it keeps the last one only, in the record too.
-  /// Gates, the footprint and the stock properties are not written. A null stream raises.
+  /// Gates, the footprint and the stock properties are not written. A null stream raises, and so does a null array of
+  /// ports or properties, with nothing written.
   int nPrint2File(FILE* fp);
+  /// The same to a text.
   void Write(laminate::TextOut& out);
   /// `m_nSymbPinId` of the first port of that number, else 0.
   int GetSymbolPinIDWithPortNo(CString sPortNo) const;
   /// The value of the first property of that key, else the empty text.
   CString sGetPropertyWithKeyWord(CString sKey) const;
-  /// 1 for the keys that are written as a keyword of their own and not as a "(property" line, else 0.
+  /// 1 for the keys that are written as a keyword of their own and not as a "(property" line, else 0: "uver",
+  /// "useInSchema", "useInLayout", "inPartsList", "partType", "placeRestriction", "polarity", "designation".
   int bIsInSkipList(CString sKey) const;
 
   CString m_sName;                                        ///< the part's name
@@ -112,7 +127,6 @@ class CVRXoutPrfPart : public laminate::Pooled {
   }
 
  private:
-  void WriteInterface(laminate::TextOut& out) const;
   bool Holds(const void* p) const;
   bool HeldByACopy(const void* p) const;
   // Deletes the arrays that no copy holds, and leaves the ring of copies.

@@ -20,8 +20,8 @@ class CVRXoutPrfPinAssignPort : public laminate::Pooled {
   int operator==(const CVRXoutPrfPinAssignPort& other) const;
   int operator!=(const CVRXoutPrfPinAssignPort& other) const { return !(*this == other); }
 
-  CString m_sPortType;  ///< IN, OUT, ...
-  CString m_sPortName;  ///< the port's name
+  CString m_sPortType;  ///< IN, OUT, ..., with the brackets that stand behind it; "(portType" behind a quoted name
+  CString m_sPortName;  ///< the port's name, with its bracket when it is not quoted
   int m_nPinId = -1;    ///< pin of the part
   CString m_sPortNo;    ///< the port's number, a text
 
@@ -95,6 +95,18 @@ class CVRXoutPrfPinAssignFuncInstArray
     : public laminate::RecordArray<CVRXoutPrfPinAssignFuncInst, CVRXoutPrfPinAssignFuncInstArray> {};
 
 /// How the ports of a part map to functions.
+///
+///   (pinAssign "NAME"
+///   (property "KEY" "VALUE")
+///   (interface
+///   (port "1" (pinId 1) (portName A) (portType IN))
+///   )
+///   (internal
+///   (funcInst (functionRef "FUNCTION")
+///   (port "1" (match "2"))
+///   )
+///   )
+///   )
 class CVRXoutPrfPinAssign : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;

@@ -5,7 +5,7 @@
 #include "base/RecordArray.h"
 #include "designdata/RecordFields.h"
 
-/// A grid that an activity uses by default.
+/// A grid that an activity uses by default: (defaultGrid (NAME VALUE)...).
 class CVRXoutRufBoardSpecDefaultGrid final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -33,7 +33,8 @@ class CVRXoutRufBoardSpecDefaultGrid final : public laminate::Pooled {
 class CVRXoutRufBoardSpecDefaultGridArray
     : public laminate::RecordArray<CVRXoutRufBoardSpecDefaultGrid, CVRXoutRufBoardSpecDefaultGridArray> {};
 
-/// A drill with its two diameters, in database units.
+/// A drill with two whole numbers as the file has them: (drillingRule (NAME n n)...). Files of this family give its
+/// diameters in units of 1/100000 mm.
 class CVRXoutRufBoardSpecDrillingRule final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -62,7 +63,7 @@ class CVRXoutRufBoardSpecDrillingRule final : public laminate::Pooled {
 class CVRXoutRufBoardSpecDrillingRuleArray
     : public laminate::RecordArray<CVRXoutRufBoardSpecDrillingRule, CVRXoutRufBoardSpecDrillingRuleArray> {};
 
-/// A grid: pitch and origin in mm.
+/// A grid: (gridDef NAME (pitch x y) (pt x y)), in mm.
 class CVRXoutRufBoardSpecGridDef final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -94,7 +95,7 @@ class CVRXoutRufBoardSpecGridDef final : public laminate::Pooled {
 class CVRXoutRufBoardSpecGridDefArray
     : public laminate::RecordArray<CVRXoutRufBoardSpecGridDef, CVRXoutRufBoardSpecGridDefArray> {};
 
-/// A named track width in mm. The class keeps its spelling.
+/// A named track width in mm: (patternWidth (KEY width (KEY NAME))...). The class keeps its spelling.
 class CVRXoutRufBoardSpecpatternWidth final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;

@@ -5,7 +5,8 @@
 #include "base/RecordArray.h"
 #include "designdata/RecordFields.h"
 
-/// The settings of a component in the rule file.
+/// The settings of a component in the rule file: (comp NAME (property KEY VALUE)... (assign (KEY VALUE)...)...). Their
+/// properties have no kind.
 class CVRXoutRufComp : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 2;
@@ -22,7 +23,7 @@ class CVRXoutRufComp : public laminate::Pooled {
 
   CLPropertyArray* m_pAssignArray = nullptr;    ///< what is assigned to it; owned, never null
   CLPropertyArray* m_pPropertyArray = nullptr;  ///< owned, never null
-  CString m_sName;
+  CString m_sName;                              ///< the component
 
   static constexpr auto Fields() {
     using T = CVRXoutRufComp;

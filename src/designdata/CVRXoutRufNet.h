@@ -32,7 +32,7 @@ class CVRXoutRufNetFuncTerm final : public laminate::Pooled {
 /// Owns its elements.
 class CVRXoutRufNetFuncTermArray : public laminate::RecordArray<CVRXoutRufNetFuncTerm, CVRXoutRufNetFuncTermArray> {};
 
-/// A net of the rule file.
+/// A net of the rule file: (net NAME (property KEY VALUE)... (pinList (funcTerm COMP PIN)...)).
 class CVRXoutRufNet : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -47,7 +47,7 @@ class CVRXoutRufNet : public laminate::Pooled {
   int operator==(const CVRXoutRufNet& other) const;
   int operator!=(const CVRXoutRufNet& other) const { return !(*this == other); }
 
-  CString m_sName;
+  CString m_sName;                              ///< the net
   CString m_sColorId;                           ///< value of the property "colorId", which is not kept among the others
   CLPropertyArray* m_pPropertyArray = nullptr;  ///< owned, never null
   CVRXoutRufNetFuncTermArray* m_pFuncTermArray = nullptr;  ///< owned, never null

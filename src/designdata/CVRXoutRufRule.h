@@ -5,7 +5,17 @@
 #include "base/RecordArray.h"
 #include "designdata/RecordFields.h"
 
-/// One rule of a rule file. All sections share this record; the kind says what the other fields hold.
+/// One rule of a rule file. All sections share this record; the kind, their keyword, says what the other fields hold.
+///
+///   section                              item                   first, second         value      name
+///   placementRule, holeRule,             "clearance" or         the pair              clearance  of a designRuleUnit
+///   markingRule, testRule,               "sameNetClearance"                                      its own
+///   buildupViaRule, designRuleUnit
+///   solderResistRule                     "clearanceFlow" or     the pair              clearance
+///                                        "clearanceReflow"
+///   qualifiedPadstack                    padstack               from, to layer
+///   padstack, defaultPadstack                                                                    padstack
+///   layer                                layer                  direction (first)
 class CVRXoutRufRule final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 2;
@@ -44,7 +54,7 @@ class CVRXoutRufRuleArray : public laminate::RecordArray<CVRXoutRufRule, CVRXout
   /// The value of the first design rule for exactly this pair, in this order, and this item; -1 when there is none.
   double GetClearanceValue(const CString& sFirst, const CString& sSecond, const CString& sItem) const;
   /// Appends every design rule of that name to `pResult`. The rules stay this array's: empty the result with
-  /// `SetSize(0)` before it dies. Null raises.
+  /// `SetSize(0)` before it dies, is assigned to, or loaded from an archive, each of which deletes them. Null raises.
   void GetDesignRuleUnit(CString& sName, CVRXoutRufRuleArray* pResult) const;
 
   CString m_sName;  ///< only for `CVRXoutRufRuleArrayArray::Find`: neither copied nor compared nor in an image
@@ -55,11 +65,12 @@ class CVRXoutRufRuleArrayArray : public laminate::RecordArray<CVRXoutRufRuleArra
  public:
   /// The first array of that name, or null; it stays this array's.
   CVRXoutRufRuleArray* Find(CString sName) const;
-  /// Empties each array without deleting its rules: for arrays that `GetDesignRuleUnit` filled.
+  /// Empties each array without deleting its rules: for arrays that `GetDesignRuleUnit` filled, and not for copies of
+  /// them, which own theirs.
   void RemoveAllRuleArrayItem();
 };
 
-/// A board setting.
+/// A board setting: (board (NAME VALUE)...).
 class CVRXoutRufRuleBoard final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -104,9 +115,9 @@ class CVRXoutRufRuleElectricalNet final : public laminate::Pooled {
   int operator==(const CVRXoutRufRuleElectricalNet& other) const;
   int operator!=(const CVRXoutRufRuleElectricalNet& other) const { return !(*this == other); }
 
-  int m_bPair = 0;  ///< 1 for a pair
-  CString m_sName;
-  CStringArray m_aNetNames;
+  int m_bPair = 0;           ///< 1 for a pair
+  CString m_sName;           ///< its own name
+  CStringArray m_aNetNames;  ///< the nets that it consists of; of a pair, the electrical nets
 
   static constexpr auto Fields() {
     using T = CVRXoutRufRuleElectricalNet;

@@ -40,7 +40,7 @@ class CVRXoutRufRuleDesignRuleStackEachLayerArray
   CString GetRuleNameByLayer(int nLayerNo) const;
 };
 
-/// Which design rules each layer uses.
+/// Which design rules each layer uses: (designRuleStack NAME (KEY LAYER (KEY RULE))...).
 class CVRXoutRufRuleDesignRuleStack final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;
@@ -89,11 +89,11 @@ class CVRXoutRufRuleTraceRuleStackEachLayer final : public laminate::Pooled {
   int operator!=(const CVRXoutRufRuleTraceRuleStackEachLayer& other) const { return !(*this == other); }
 
   int m_nLayerNo = 0;
-  double m_dWidth = 0;
-  double m_dMinWidth = 0;
-  double m_dMinLandOverlap = 0;
-  double m_dMaxWireWidth = 0;
-  double m_dMinWireWidth = 0;
+  double m_dWidth = 0;           ///< "width"
+  double m_dMinWidth = 0;        ///< "minWidth"
+  double m_dMinLandOverlap = 0;  ///< "minLandOverlap"
+  double m_dMaxWireWidth = 0;    ///< "maxWireWidth"
+  double m_dMinWireWidth = 0;    ///< "minWireWidth"
 
   static constexpr auto Fields() {
     using T = CVRXoutRufRuleTraceRuleStackEachLayer;
@@ -111,7 +111,7 @@ class CVRXoutRufRuleTraceRuleStackEachLayerArray
   CVRXoutRufRuleTraceRuleStackEachLayer* Find(int nLayerNo) const;
 };
 
-/// Which track widths each layer allows.
+/// Which track widths each layer allows: (traceRuleStack NAME (KEY LAYER (width d) ...)...).
 class CVRXoutRufRuleTraceRuleStack final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 1;

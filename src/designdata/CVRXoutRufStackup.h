@@ -4,9 +4,16 @@
 #include "base/RecordArray.h"
 #include "designdata/RecordFields.h"
 
-/// A layer of a board's physical build-up: copper, dielectric, or a coating such as the solder resist. Thicknesses are
-/// in the unit of the rule file. The loss tangent exists in memory only: an image does not hold it, and neither copy
-/// nor comparison regards it.
+/// A layer of a board's physical build-up: copper, dielectric, or a coating such as the solder resist. Numbers are as
+/// the file has them; files of this family give thicknesses in mm. The loss tangent exists in memory only: an image
+/// does not hold it, and neither copy nor comparison regards it.
+///
+///   (conductor 1 (thickness d) (resistivity d) (lossTangent d) (dielectricConstant d)
+///     (material M...) (place P) (propertyS KEY "WIRE"))      or dielectric; WIRE is SIGNAL, GROUND and POWER are
+///     themselves
+///   (physical ABOVE (thickness d) ... (material M...))        without a material it is named Solder_Resist_4_0.02,
+///   after
+///                                                             its dielectric constant and loss tangent
 class CVRXoutRufStackupLayer final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 2;
@@ -20,17 +27,17 @@ class CVRXoutRufStackupLayer final : public laminate::Pooled {
   int operator==(const CVRXoutRufStackupLayer& other) const;
   int operator!=(const CVRXoutRufStackupLayer& other) const { return !(*this == other); }
 
-  CString m_sLayerKind;  ///< "conductor", "dielectric", "Solder_Resist_Top", "Solder_Resist_Bottom" or empty
-  CString m_sMaterial;   ///< material, without blanks where the file gave it as one text
-  CString m_sLayerRole;  ///< "SIGNAL", "GROUND", "POWER" or empty
-  CString m_sPlace;      ///< where the layer lies; of a coating "ABOVE" or "BELOW"
-  int m_bPhysical = 0;   ///< 1 for a coating
-  int m_nLayerNo = 1;    ///< number among its kind
-  int m_nAuxNo = 1;      ///< not read from a file
-  double m_dThickness = 0;
-  double m_dResistivity = 0;
-  double m_dDielectricConstant = 0;
-  double m_dLossTangent = 0;
+  CString m_sLayerKind;       ///< "conductor", "dielectric", "Solder_Resist_Top", "Solder_Resist_Bottom" or empty
+  CString m_sMaterial;        ///< material, without blanks where the file gave it as one text
+  CString m_sLayerRole;       ///< "SIGNAL", "GROUND", "POWER" or empty
+  CString m_sPlace;           ///< where the layer lies; of a coating "ABOVE" or "BELOW"
+  int m_bPhysical = 0;        ///< 1 for a coating
+  int m_nLayerNo = 1;         ///< number among its kind
+  int m_nAuxNo = 1;           ///< not read from a file
+  double m_dThickness = 0;    ///< in mm
+  double m_dResistivity = 0;  ///< specific resistance
+  double m_dDielectricConstant = 0;  ///< relative, without a unit
+  double m_dLossTangent = 0;         ///< without a unit
 
   static constexpr auto Fields() {
     using T = CVRXoutRufStackupLayer;
@@ -43,7 +50,7 @@ class CVRXoutRufStackupLayer final : public laminate::Pooled {
   }
 };
 
-/// Layers from the top of the board to its bottom, in file order; owns them.
+/// Layers in file order, of all kinds; owns them.
 class CVRXoutRufStackupLayerArray : public laminate::RecordArray<CVRXoutRufStackupLayer, CVRXoutRufStackupLayerArray> {
 };
 
@@ -64,7 +71,7 @@ class CVRXoutRufStackup final : public laminate::Pooled {
   int operator!=(const CVRXoutRufStackup& other) const { return !(*this == other); }
 
   CVRXoutRufStackupLayerArray* m_pLayerArray = nullptr;  ///< owned, never null
-  CString m_sBaseMaterial;                               ///< material of the board
+  CString m_sBaseMaterial;                               ///< material of the board: (baseMaterial M)
 
   static constexpr auto Fields() {
     using T = CVRXoutRufStackup;

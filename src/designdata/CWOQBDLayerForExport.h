@@ -12,12 +12,13 @@ class CWOQBDLayerForExport {
   virtual ~CWOQBDLayerForExport() = default;
 
   CString m_sBDLayerName;  ///< name of the board layer
-  int m_nWOQLayID = 0;     ///< id in the target system
+  int m_nWOQLayID = 0;     ///< id in the target system; 0 is one like any other
 };
 
-/// The table; owns its entries.
+/// The table; owns its entries, which a host makes with `new` and adds. It has no archive form of its own.
 class CWOQBDLayerForExportArray : public laminate::NamedArray<CWOQBDLayerForExport> {
  public:
-  /// The layer name of the first entry with that id, else the empty text.
+  /// The layer name of the first entry with that id, which may be empty; without one the empty text. Null slots are
+  /// passed over.
   CString sGetBDLayerNameFromWOQLayID(int nID) const;
 };

@@ -1,5 +1,7 @@
 #include "designdata/ComponentFile.h"
 
+#include <algorithm>
+
 #include "designdata/CPC_BD_OutClsGet.h"
 #include "designdata/LineScanner.h"
 #include "designdata/RecordLookup.h"
@@ -49,7 +51,7 @@ class ComponentScanner {
   Outcome SetFunctionName(const ScannedLine& line) {
     if (!m_component) return Outcome::noRecord;
     m_component->m_sFunctionName = line.Value(3);
-    m_report.RefersTo(NameKind::function, line, line.Column(3));
+    m_report.RefersTo(NameKind::function, line.Place(), line.Column(3));
     return Outcome::next;
   }
   Outcome SetGateCount(const ScannedLine& line) {
@@ -79,7 +81,7 @@ class ComponentScanner {
 
   void ReportDropped() const {
     if (m_component.IsOpen()) {
-      m_report.NotClosed(m_component.Line(), "component", m_component->m_sCompName, "it is dropped");
+      m_report.NotClosed(m_component.Place(), "component", m_component->m_sCompName, "it is dropped");
     }
   }
 

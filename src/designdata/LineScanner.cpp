@@ -10,10 +10,21 @@ bool ScannedLine::Take(std::string_view sLine, int nNumber) {
   const std::size_t n = sLine.find_first_not_of(" \t\n\v\f\r");
   if (n == std::string_view::npos) return false;
   m_sText = sLine.substr(n);
-  m_nNumber = nNumber;
-  m_nPosition = static_cast<int>(n) + 1;
-  SplitColumns(m_sText, m_columns);
+  m_place.line = nNumber;
+  m_place.column = static_cast<int>(std::min<std::size_t>(n, std::numeric_limits<int>::max() - 1)) + 1;
+  m_sUncut = Trimmed(m_sText);
+  m_columns.clear();
   return true;
+}
+
+std::string_view ScannedLine::Cut(std::size_t n) const {
+  if (n == 0) return {};
+  std::string_view column;
+  while (m_columns.size() < n) {
+    if (!NextColumn(m_sUncut, column)) return {};
+    m_columns.push_back(column);
+  }
+  return column;
 }
 
 std::size_t CountColumns(std::string_view s) {
@@ -30,7 +41,8 @@ std::size_t CountColumns(std::string_view s) {
   return nBlank;
 }
 
-void ScanReport::NotClosed(int nLine, std::string_view sWhat, const CString& sName, std::string_view sEffect) const {
+void ScanReport::NotClosed(const TextPlace& place, std::string_view sWhat, const CString& sName,
+                           std::string_view sEffect) const {
   if (!IsWanted()) return;
   std::string s(sWhat);
   if (!sName.IsEmpty()) {
@@ -40,7 +52,7 @@ void ScanReport::NotClosed(int nLine, std::string_view sWhat, const CString& sNa
   }
   s += " is not closed: ";
   s += sEffect;
-  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, nLine, 1, CString(std::string_view(s)));
+  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, place.line, place.column, CString(std::string_view(s)));
 }
 
 void ScanReport::Skipped(const ScannedLine& line, std::string_view sWhere) const {
@@ -49,7 +61,7 @@ void ScanReport::Skipped(const ScannedLine& line, std::string_view sWhere) const
   s += "\" means nothing ";
   s += sWhere;
   s += ": the line is skipped";
-  m_pDiagnostics->Add(Diagnostic::Severity::note, m_sFile, line.Number(), line.Position(),
+  m_pDiagnostics->Add(Diagnostic::Severity::note, m_sFile, line.Place().line, line.Place().column,
                       CString(std::string_view(s)));
 }
 
@@ -57,7 +69,7 @@ void ScanReport::OnNothing(const ScannedLine& line) const {
   std::string s = "there is nothing yet that \"";
   s += line.Column(1);
   s += "\" could belong to: the line is skipped";
-  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, line.Number(), line.Position(),
+  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, line.Place().line, line.Place().column,
                       CString(std::string_view(s)));
 }
 

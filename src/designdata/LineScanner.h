@@ -8,6 +8,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <optional>
 #include <string>
@@ -22,25 +23,25 @@
 
 namespace laminate {
 
-/// A line of such a file with its columns.
+/// A line of such a file with its columns, which are cut as far as they are asked for.
 class ScannedLine {
  public:
   /// Takes a line without its end. False when nothing but white space is in it.
   bool Take(std::string_view sLine, int nNumber);
 
-  int Number() const { return m_nNumber; }
+  /// Where the line's text begins, for remarks.
+  const TextPlace& Place() const { return m_place; }
   /// The line without its leading white space; trailing blanks are still there.
   std::string_view Text() const { return m_sText; }
-  /// Column `n`, from 1; empty beyond the last.
-  std::string_view Column(std::size_t n) const { return n <= m_columns.size() ? m_columns[n - 1] : std::string_view(); }
+  /// Column `n`, from 1; empty for 0 and beyond the last.
+  std::string_view Column(std::size_t n) const { return n - 1 < m_columns.size() ? m_columns[n - 1] : Cut(n); }
   CString Value(std::size_t n) const { return CString(Column(n)); }
   /// A column without the brackets that close its forms.
   CString TrimmedValue(std::size_t n) const { return CString(WithoutClosing(Column(n))); }
   int Integer(std::size_t n) const { return Atoi(Column(n)); }
   bool Contains(std::string_view s) const { return m_sText.find(s) != std::string_view::npos; }
+  /// What the line ends in, trailing blanks included: a blank behind a bracket makes a difference.
   bool EndsIn(std::string_view s) const { return m_sText.ends_with(s); }
-  /// Where the line's text begins, from 1, for remarks.
-  int Position() const { return m_nPosition; }
 
   static std::string_view WithoutClosing(std::string_view s) {
     while (s.ends_with(')')) s.remove_suffix(1);
@@ -48,10 +49,12 @@ class ScannedLine {
   }
 
  private:
+  std::string_view Cut(std::size_t n) const;
+
   std::string_view m_sText;
-  std::vector<std::string_view> m_columns;
-  int m_nNumber = 0;
-  int m_nPosition = 1;
+  TextPlace m_place;
+  mutable std::string_view m_sUncut;  // what no column is cut of yet
+  mutable std::vector<std::string_view> m_columns;
 };
 
 /// What an action says of its line.
@@ -151,15 +154,16 @@ class CurrentRecord {
   T& Make(const ScannedLine& line) {
     m_pOwn = std::make_unique<T>();
     m_p = m_pOwn.get();
-    m_nLine = line.Number();
+    m_place = line.Place();
     return *m_p;
   }
-  /// Appends the record, once.
+  /// Appends the record, once: false when it was appended before.
   template <class Array>
-  void Enter(Array& arr) {
-    if (m_pOwn == nullptr) return;
+  bool Enter(Array& arr) {
+    if (m_pOwn == nullptr) return false;
     arr.Add(m_p);
     m_pOwn.release();
+    return true;
   }
   void Forget() {
     m_pOwn.reset();
@@ -170,13 +174,13 @@ class CurrentRecord {
   T& operator*() const { return *m_p; }
   /// Whether it entered no array yet.
   bool IsOpen() const { return m_pOwn != nullptr; }
-  /// The line that opened it.
-  int Line() const { return m_nLine; }
+  /// Where it was opened.
+  const TextPlace& Place() const { return m_place; }
 
  private:
   std::unique_ptr<T> m_pOwn;
   T* m_p = nullptr;
-  int m_nLine = 0;
+  TextPlace m_place;
 };
 
 /// What a scan has around it: the file, and where remarks go. Without diagnostics nothing is remarked.
@@ -186,17 +190,17 @@ class ScanReport {
       : m_sFile(sFile), m_pDiagnostics(pDiagnostics), m_pReferences(pReferences) {}
 
   bool IsWanted() const { return m_pDiagnostics != nullptr; }
-  /// A block whose opening line is `nLine` is lost or ends otherwise than by its closing line.
-  void NotClosed(int nLine, std::string_view sWhat, const CString& sName, std::string_view sEffect) const;
+  /// The block that was opened there is lost or ends otherwise than by its closing line.
+  void NotClosed(const TextPlace& place, std::string_view sWhat, const CString& sName, std::string_view sEffect) const;
   /// No row takes the line.
   void Skipped(const ScannedLine& line, std::string_view sWhere) const;
   /// The line acts on a record, and there is none.
   void OnNothing(const ScannedLine& line) const;
-  void Defines(NameKind kind, const ScannedLine& line, std::string_view sName) const {
-    if (m_pReferences != nullptr) m_pReferences->Define(kind, sName, {m_sFile, line.Number(), line.Position()});
+  void Defines(NameKind kind, const TextPlace& place, std::string_view sName) const {
+    if (m_pReferences != nullptr) m_pReferences->Define(kind, sName, {m_sFile, place});
   }
-  void RefersTo(NameKind kind, const ScannedLine& line, std::string_view sName) const {
-    if (m_pReferences != nullptr) m_pReferences->Refer(kind, sName, {m_sFile, line.Number(), line.Position()});
+  void RefersTo(NameKind kind, const TextPlace& place, std::string_view sName) const {
+    if (m_pReferences != nullptr) m_pReferences->Refer(kind, sName, {m_sFile, place});
   }
 
  private:
@@ -205,7 +209,8 @@ class ScanReport {
   NameReferences* m_pReferences;
 };
 
-/// Calls `take(line, number)` for each line of a text; LF and CR LF end a line.
+/// Calls `take(line, number)` for each line of a text; LF and CR LF end a line. Lines beyond the largest number have
+/// it.
 template <class Take>
 void ForEachLine(std::string_view sText, Take&& take) {
   int nNumber = 0;
@@ -214,7 +219,8 @@ void ForEachLine(std::string_view sText, Take&& take) {
     std::string_view sLine = sText.substr(0, n);
     sText.remove_prefix(n == std::string_view::npos ? sText.size() : n + 1);
     if (n != std::string_view::npos && sLine.ends_with('\r')) sLine.remove_suffix(1);
-    take(sLine, ++nNumber);
+    if (nNumber < std::numeric_limits<int>::max()) ++nNumber;
+    take(sLine, nNumber);
   }
 }
 

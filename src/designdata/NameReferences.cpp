@@ -34,20 +34,20 @@ void NameReferences::Define(NameKind kind, std::string_view sName, const Place& 
 }
 
 void NameReferences::Refer(NameKind kind, std::string_view sName, const Place& place) {
-  m_names[Index(kind)].referred.push_back({std::string(sName), place});
+  if (!sName.empty()) m_names[Index(kind)].referred.push_back({std::string(sName), place});
 }
 
 void NameReferences::Report(Diagnostics& diagnostics) const {
   for (std::size_t i = 0; i < std::size(m_names); ++i) {
     if (!m_names[i].bKnown) continue;
     ForEachMissing(m_names[i].referred, m_names[i].defined, [&](const Mention& m) {
-      diagnostics.Add(Diagnostic::Severity::warning, m.place.file, m.place.line, m.place.column,
+      diagnostics.Add(Diagnostic::Severity::warning, m.place.file, m.place.text.line, m.place.text.column,
                       Sentence(kKindNames[i], m.name, "is referred to and defined nowhere"));
     });
   }
   const Names& pinAssigns = m_names[Index(NameKind::pinAssign)];
   ForEachMissing(pinAssigns.defined, pinAssigns.referred, [&](const Mention& m) {
-    diagnostics.Add(Diagnostic::Severity::warning, m.place.file, m.place.line, m.place.column,
+    diagnostics.Add(Diagnostic::Severity::warning, m.place.file, m.place.text.line, m.place.text.column,
                     Sentence("pin assign", m.name, "belongs to no part: it is written without ports"));
   });
 }

@@ -8,6 +8,12 @@
 
 namespace laminate {
 
+/// A place in a text, from 1.
+struct TextPlace {
+  int line = 0;
+  int column = 1;
+};
+
 /// What design-data files call each other by.
 enum class NameKind { package, pinAssign, function };
 
@@ -17,13 +23,13 @@ class NameReferences {
  public:
   struct Place {
     CString file;
-    int line = 0;
-    int column = 0;
+    TextPlace text;
   };
 
   /// Tells that a file was read that can define names of that kind. Only then can one of them be missing.
   void CanDefine(NameKind kind) { m_names[Index(kind)].bKnown = true; }
   void Define(NameKind kind, std::string_view sName, const Place& place);
+  /// An empty name refers to nothing: files are written so where there is nothing to refer to.
   void Refer(NameKind kind, std::string_view sName, const Place& place);
   /// A remark for each reference to a name that is not defined, and for each pin assign that nothing refers to.
   void Report(Diagnostics& diagnostics) const;

@@ -42,7 +42,6 @@ class PackageScanner {
   Outcome OpenPackage(const ScannedLine& line) {
     ReportDropped();
     m_package.Make(line).m_sName = line.Value(2);
-    m_report.Defines(NameKind::package, line, line.Column(2));
     return Outcome::next;
   }
   Outcome SetUver(const ScannedLine& line) {
@@ -57,7 +56,9 @@ class PackageScanner {
   }
   Outcome ClosePackage(const ScannedLine&) {
     if (!m_package) return Outcome::noRecord;
-    m_package.Enter(Pointee(m_data.m_pPackageArray));
+    if (m_package.Enter(Pointee(m_data.m_pPackageArray))) {
+      m_report.Defines(NameKind::package, m_package.Place(), m_package->m_sName.View());
+    }
     return Outcome::next;
   }
   Outcome OpenMountForm(const ScannedLine& line) {
@@ -77,8 +78,7 @@ class PackageScanner {
   }
   Outcome SetSpec(const ScannedLine& line) {
     if (!m_mountForm) return Outcome::noRecord;
-    CString s = line.TrimmedValue(2);
-    s.Remove('"');
+    const CString s = line.TrimmedValue(2);
     m_mountForm->m_sSpec = s.IsEmpty() ? CString("default") : s;
     return Outcome::next;
   }
@@ -91,15 +91,15 @@ class PackageScanner {
 
   void ReportDropped() {
     ReportMountForm();
-    if (m_package.IsOpen()) m_report.NotClosed(m_package.Line(), "package", m_package->m_sName, "it is dropped");
+    if (m_package.IsOpen()) m_report.NotClosed(m_package.Place(), "package", m_package->m_sName, "it is dropped");
   }
 
  private:
   void ReportMountForm() {
     // A mount form outlives the package around it; it is told of once.
-    if (!m_mountForm.IsOpen() || m_nReportedLine == m_mountForm.Line()) return;
-    m_nReportedLine = m_mountForm.Line();
-    m_report.NotClosed(m_mountForm.Line(), "mount form", m_mountForm->m_sMountForm, "it is dropped");
+    if (!m_mountForm.IsOpen() || m_nReportedLine == m_mountForm.Place().line) return;
+    m_nReportedLine = m_mountForm.Place().line;
+    m_report.NotClosed(m_mountForm.Place(), "mount form", m_mountForm->m_sMountForm, "it is dropped");
   }
 
   CPC_BD_OutClsGet& m_data;

@@ -41,13 +41,6 @@
 namespace laminate {
 namespace {
 
-std::unique_ptr<CLProperty> MakeProperty(std::string_view sKey, std::string_view sValue) {
-  auto p = std::make_unique<CLProperty>();
-  p->SetItem(CString(sKey));
-  p->SetComment(CString(sValue));
-  return p;
-}
-
 class PartsScanner {
  public:
   enum class State {
@@ -88,19 +81,19 @@ class PartsScanner {
     BeginBlock(line);
     m_pPinAssign = &AppendOwned(Pointee(m_data.m_pPrfPinAssignArray), std::make_unique<CVRXoutPrfPinAssign>());
     m_pPinAssign->m_sName = line.Value(2);
-    m_report.Defines(NameKind::pinAssign, line, line.Column(2));
+    m_report.Defines(NameKind::pinAssign, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome OpenFunction(const ScannedLine& line) {
     BeginBlock(line);
     m_pFunction = &AppendOwned(Pointee(m_data.m_pPrfFunctionArray), std::make_unique<CVRXoutPrfFunction>());
     m_pFunction->m_sName = line.Value(2);
-    m_report.Defines(NameKind::function, line, line.Column(2));
+    m_report.Defines(NameKind::function, line.Place(), line.Column(2));
     return Outcome::next;
   }
   void ReportOpenBlock() const {
     if (m_state == State::outside) return;
-    m_report.NotClosed(m_nBlockLine, kBlockNames[static_cast<std::size_t>(m_state)], m_sBlockName,
+    m_report.NotClosed(m_block, kBlockNames[static_cast<std::size_t>(m_state)], m_sBlockName,
                        "what was read of it is kept");
   }
 
@@ -112,12 +105,12 @@ class PartsScanner {
   }
   Outcome SetPackageRef(const ScannedLine& line) {
     m_pPart->m_sPackageRef = line.Value(2);
-    m_report.RefersTo(NameKind::package, line, line.Column(2));
+    m_report.RefersTo(NameKind::package, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome SetPinAssignRef(const ScannedLine& line) {
     m_pPart->m_sPinAssignRef = line.Value(2);
-    m_report.RefersTo(NameKind::pinAssign, line, line.Column(2));
+    m_report.RefersTo(NameKind::pinAssign, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome SetPartClass(const ScannedLine& line) {
@@ -134,8 +127,7 @@ class PartsScanner {
     if (line.Column(1).starts_with('(')) sKey.Remove('(');
     CString sValue = line.Value(2);
     if (line.Column(2).ends_with(')')) sValue.Remove(')');
-    sValue.Remove('"');
-    AppendOwned(Pointee(m_pPart->m_pPropertyArray), MakeProperty(sKey.View(), sValue.View()));
+    AppendOwned(Pointee(m_pPart->m_pPropertyArray), std::make_unique<CLProperty>(sKey, sValue));
     return Outcome::next;
   }
   Outcome AddPartPort(const ScannedLine& line) {
@@ -188,7 +180,7 @@ class PartsScanner {
     auto p = std::make_unique<CVRXoutPrfPinAssignFuncInst>();
     p->m_sFunctionRef = line.Value(3);
     m_pInstance = &AppendOwned(Pointee(m_pPinAssign->m_pFuncInstArray), std::move(p));
-    m_report.RefersTo(NameKind::function, line, m_pInstance->m_sFunctionRef.View());
+    m_report.RefersTo(NameKind::function, line.Place(), m_pInstance->m_sFunctionRef.View());
     return Outcome::next;
   }
   Outcome AddInstancePort(const ScannedLine& line) {
@@ -224,13 +216,13 @@ class PartsScanner {
                                                      "function"};
 
   static Outcome AddProperty(CLPropertyArray* pArray, const ScannedLine& line) {
-    AppendOwned(Pointee(pArray), MakeProperty(line.Column(2), line.Column(3)));
+    AppendOwned(Pointee(pArray), std::make_unique<CLProperty>(line.Value(2), line.Value(3)));
     return Outcome::next;
   }
   void BeginBlock(const ScannedLine& line) {
     if (!m_report.IsWanted()) return;
     ReportOpenBlock();
-    m_nBlockLine = line.Number();
+    m_block = line.Place();
     m_sBlockName = line.Value(2);
   }
 
@@ -244,7 +236,7 @@ class PartsScanner {
   CVRXoutPrfPinAssignFuncInst* m_pInstance = nullptr;
   CVRXoutPrfFunction* m_pFunction = nullptr;
   bool m_bInterfaceProperty = false;
-  int m_nBlockLine = 0;
+  TextPlace m_block;
   CString m_sBlockName;
 };
 

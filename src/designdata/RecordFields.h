@@ -10,6 +10,10 @@
 //
 // Archive form of a record: a version word, that of its class, then the fields. A version word that the class does not
 // know ends the load of the record with nothing more read. Copying replaces the contents of arrays by clones.
+//
+// `Serialize` of all records raises `CArchiveException` (end of file, or the wrong mode), `COleException` for a damaged
+// length of a wide text, `CFileException` and `CMemoryException`, and leaves what was loaded before. Comparison gives 1
+// or 0. Where a pointer that is walked is null, each of these operations raises `CInvalidArgException`.
 #include <type_traits>
 
 #include "base/CArchive.h"

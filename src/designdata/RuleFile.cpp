@@ -52,14 +52,35 @@ struct Rules {
 };
 using RuleWalk = Walk<Rules>;
 
+void Note(Rules& rules, const CECadClsLvl& node, const std::string& s) {
+  rules.diagnostics->Add(Diagnostic::Severity::note, rules.file, node.m_nLine, 0, CString(std::string_view(s)));
+}
+std::string Quoted(const CECadClsLvl& node) { return '"' + std::string(node.m_sName.View()) + '"'; }
+
 void SkipChild(Rules& rules, const CECadClsLvl& node, const CECadClsLvl& child) {
   if (rules.diagnostics == nullptr) return;
-  std::string s = "\"";
-  s += child.m_sName.View();
-  s += "\" means nothing inside \"";
-  s += node.m_sName.View();
-  s += "\": it is skipped";
-  rules.diagnostics->Add(Diagnostic::Severity::note, rules.file, child.m_nLine, 0, CString(std::string_view(s)));
+  Note(rules, child, Quoted(child) + " means nothing inside " + Quoted(node) + ": it is skipped");
+}
+// All children but those, which may be null.
+void SkipOthers(Rules& rules, const CECadClsLvl& node, const CECadClsLvl* pFirst, const CECadClsLvl* pSecond) {
+  if (rules.diagnostics == nullptr) return;
+  ForEachChild(node, [&](const CECadClsLvl& child) {
+    if (&child != pFirst && &child != pSecond) SkipChild(rules, node, child);
+  });
+}
+// What stands beside the first "design" is lost.
+void SkipOtherRoots(Rules& rules, const CECadCls& reader, const CECadClsLvl* pDesign) {
+  if (rules.diagnostics == nullptr) return;
+  for (const CECadClsLvl* p : *reader.m_pRootArray) {
+    if (p == pDesign) continue;
+    Note(rules, *p,
+         p->m_sName == "design" ? "only the first \"design\" counts: this one is skipped"
+                                : Quoted(*p) + " means nothing outside \"design\": it is skipped");
+  }
+  if (pDesign == nullptr && reader.m_status.IsOk()) {
+    rules.diagnostics->Add(Diagnostic::Severity::warning, rules.file, 0, 0,
+                           "there is no \"design\" in the file: nothing is read of it");
+  }
 }
 
 template <class Form, class T>
@@ -110,10 +131,12 @@ void AddEachChild(const CECadClsLvl& node, Array& arr) {
 
 // ---- properties: the key is the item, the value the comment ----
 void AddProperty(CLPropertyArray* pArray, const CString& sKey, const CString& sValue) {
-  auto p = std::make_unique<CLProperty>();
-  p->SetItem(sKey);
-  p->SetComment(sValue);
-  AppendOwned(Pointee(pArray), std::move(p));
+  AppendOwned(Pointee(pArray), std::make_unique<CLProperty>(sKey, sValue));
+}
+/// The form's first two values are the key and the value.
+void AddProperty(CLPropertyArray* pArray, const CECadClsLvl& node) {
+  const CString& sKey = Token(node, 1);
+  AddProperty(pArray, sKey, Token(node, 2));
 }
 bool NameContains(const CECadClsLvl& node, std::string_view s) {
   return node.m_sName.View().find(s) != std::string_view::npos;
@@ -171,17 +194,18 @@ void ReadRole(RuleWalk&, const CECadClsLvl& node, CVRXoutRufStackupLayer& layer)
 }
 
 using Layer = CVRXoutRufStackupLayer;
-constexpr auto kPhysicalLayer = MakeForm<Layer, Rules>(  //
-    Real<&Layer::m_dThickness>("thickness"),             //
-    Real<&Layer::m_dResistivity>("resistivity"),         //
-    Real<&Layer::m_dLossTangent>("lossTangent"),         //
-    Real<&Layer::m_dDielectricConstant>("dielectricConstant"), Custom<&ReadMaterial>("material", "m_sMaterial"));
-constexpr auto kPlainLayer = MakeForm<Layer, Rules>(  //
-    Real<&Layer::m_dThickness>("thickness"),          //
-    Real<&Layer::m_dResistivity>("resistivity"),      //
-    Real<&Layer::m_dLossTangent>("lossTangent"),      //
-    Real<&Layer::m_dDielectricConstant>("dielectricConstant"), Custom<&ReadMaterial>("material", "m_sMaterial"),
-    Text<&Layer::m_sPlace>("place"), Custom<&ReadRole>("propertyS", "m_sLayerRole"));
+template <class... Specs>
+consteval auto MakeLayerForm(const Specs&... more) {
+  return MakeForm<Layer, Rules>(                                  //
+      Real<&Layer::m_dThickness>("thickness"),                    //
+      Real<&Layer::m_dResistivity>("resistivity"),                //
+      Real<&Layer::m_dLossTangent>("lossTangent"),                //
+      Real<&Layer::m_dDielectricConstant>("dielectricConstant"),  //
+      Custom<&ReadMaterial>("material", "m_sMaterial"), more...);
+}
+constexpr auto kPhysicalLayer = MakeLayerForm();
+constexpr auto kPlainLayer =
+    MakeLayerForm(Text<&Layer::m_sPlace>("place"), Custom<&ReadRole>("propertyS", "m_sLayerRole"));
 
 using PlainLayerForm = RecordForm<Layer, Keyword<&Layer::m_sLayerKind>, Value<1, &Layer::m_nLayerNo>>;
 using PhysicalLayerForm = RecordForm<Layer, Value<1, &Layer::m_sPlace>>;
@@ -272,6 +296,7 @@ void AddClearances(Rules& rules, const Clearances& how, const CECadClsLvl& secti
       return;
     }
     const CECadClsLvl& pair = RequireFirstChild(child);
+    SkipOthers(rules, child, &pair, nullptr);
     if (how.onlyElement && pair.m_sName != "element") {
       SkipChild(rules, child, pair);
       return;
@@ -292,8 +317,11 @@ void ReadClearances(RuleWalk& walk, const CECadClsLvl& section, CPC_BD_OutClsGet
 }
 // Only the first "flow" and the first "reflow" count; either may be missing.
 void ReadSolderResistRule(RuleWalk& walk, const CECadClsLvl& section, CPC_BD_OutClsGet&) {
-  if (const CECadClsLvl* p = FindChild(section, "flow")) AddClearances(walk.context, kFlow, section, *p);
-  if (const CECadClsLvl* p = FindChild(section, "reflow")) AddClearances(walk.context, kReflow, section, *p);
+  const CECadClsLvl* pFlow = FindChild(section, "flow");
+  const CECadClsLvl* pReflow = FindChild(section, "reflow");
+  SkipOthers(walk.context, section, pFlow, pReflow);
+  if (pFlow != nullptr) AddClearances(walk.context, kFlow, section, *pFlow);
+  if (pReflow != nullptr) AddClearances(walk.context, kReflow, section, *pReflow);
 }
 
 // ---- rule: sections of one rule ----
@@ -302,7 +330,8 @@ constexpr auto kQualifiedPadstack = MakeForm<Rule, Rules>(  //
     Text<&Rule::m_sSecond>("to"));
 constexpr auto kLayer = MakeForm<Rule, Rules>(Text<&Rule::m_sFirst>("direction"));
 
-void ReadPadstack(RuleWalk&, const CECadClsLvl& section, CPC_BD_OutClsGet& data) {
+void ReadPadstack(RuleWalk& walk, const CECadClsLvl& section, CPC_BD_OutClsGet& data) {
+  SkipOthers(walk.context, section, nullptr, nullptr);
   auto p = MakeRule(section);
   Value<1, &Rule::m_sRuleName>::Read(section, *p);
   AppendOwned(Pointee(data.m_pRufRuleArray), std::move(p));
@@ -324,7 +353,7 @@ void ReadNetProperty(Rules&, const CECadClsLvl& node, CVRXoutRufNet& net) {
   if (Token(node, 1) == "colorId") {
     net.m_sColorId = Token(node, 2);
   } else {
-    AddProperty(net.m_pPropertyArray, Token(node, 1), Token(node, 2));
+    AddProperty(net.m_pPropertyArray, node);
   }
 }
 void ReadPinList(Rules& rules, const CECadClsLvl& node, CVRXoutRufNet& net) {
@@ -337,7 +366,7 @@ void ReadPinList(Rules& rules, const CECadClsLvl& node, CVRXoutRufNet& net) {
   });
 }
 void ReadCompProperty(Rules&, const CECadClsLvl& node, CVRXoutRufComp& comp) {
-  AddProperty(comp.m_pPropertyArray, Token(node, 1), Token(node, 2));
+  AddProperty(comp.m_pPropertyArray, node);
 }
 void ReadCompAssign(Rules&, const CECadClsLvl& node, CVRXoutRufComp& comp) {
   ForEachChild(node,
@@ -488,8 +517,9 @@ constexpr auto kDesign = MakeForm<CPC_BD_OutClsGet, Rules>(          //
 
 void ReadRuleFile(CPC_BD_OutClsGet& data, const CECadCls& reader, Diagnostics* pDiagnostics) {
   const CECadClsLvl* pDesign = reader.m_pRootArray->pFind("design");
-  if (pDesign == nullptr) return;
   Rules rules{data, pDiagnostics, reader.m_sFileName};
+  SkipOtherRoots(rules, reader, pDesign);
+  if (pDesign == nullptr) return;
   RuleWalk walk{rules};
   Take(kDesign, walk, *pDesign, data);
 }

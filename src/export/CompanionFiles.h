@@ -12,8 +12,9 @@ void WritePackageFile(TextOut& out, const CVRXoutPackageArray& packages);
 
 /// The text of a component definition file (.cdf): functions, pin assigns, parts. A pin assign's interface is that of
 /// the first part that refers to it; in that part's ports "%" is doubled in the names and an empty type becomes
-/// "INOUT", in the records themselves, and so they also stand in the part that follows. A pin assign without a part has
-/// no ports. Null arrays are empty ones.
+/// "INOUT", and "%" is doubled in the port numbers of function instances: in the records themselves, once for each pin
+/// assign, and so they also stand in the part that follows. A pin assign without a part has no ports. Null arguments
+/// are empty arrays; a null array of a record raises `CInvalidArgException`.
 void WriteComponentDefinitionFile(TextOut& out, CVRXoutPrfPartArray* pParts, CVRXoutPrfPinAssignArray* pPinAssigns,
                                   CVRXoutPrfFunctionArray* pFunctions);
 

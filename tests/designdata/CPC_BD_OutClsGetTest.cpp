@@ -1,7 +1,12 @@
 #include "designdata/CPC_BD_OutClsGet.h"
 
+#include <algorithm>
 #include <cerrno>
+#include <ctime>
+#include <functional>
 
+#include "base/BKUtility.h"
+#include "base/LocaleScope.h"
 #include "designdata/CWOQBDLayerForExport.h"
 #include "designdata/DesignDataTestSupport.h"
 
@@ -196,6 +201,108 @@ TEST(DesignDataFacade, PinTypeIsThatOfTheLastPort) {
   EXPECT_EQ(pData->GetPinTypeWithPinNo("F", 2), "OUT");
   EXPECT_EQ(pData->GetPinTypeWithPinNo("F", 3), "");
   EXPECT_EQ(pData->GetPinTypeWithPinNo("G", 1), "");
+  // Though it has none.
+  const auto pEmpty = Loaded(Kind::parts, "(function F\n(port A a 1 b IN\n(port B a 1\n)\n");
+  EXPECT_EQ(pEmpty->GetPinTypeWithPinNo("F", 1), "");
+}
+
+// Null slots stand in front of what is asked for.
+TEST(DesignDataFacade, LookUpsPassOverNullSlots) {
+  CPC_BD_OutClsGet data;
+  Load(data, Kind::package, "(package P\n(mountForm m\n(footprintRef F)\n)\n)\n");
+  Load(data, Kind::parts, "(part \"A:B\"\n)\n(function F\n(port 1 a 2 b T\n)\n");
+  PutNullFirst(*data.m_pPackageArray->GetAt(0)->m_pMountFormArray);
+  PutNullFirst(*data.m_pPackageArray);
+  PutNullFirst(*data.m_pPrfPartArray);
+  PutNullFirst(*data.m_pPrfFunctionArray->GetAt(0)->m_pPortArray);
+  EXPECT_EQ(data.pGetOutPackageFromArrayWithFootprintName("x"), data.m_pPackageArray->GetAt(1));
+  EXPECT_EQ(data.pGetOutPrfPartFromArray("A:B"), data.m_pPrfPartArray->GetAt(1));
+  CString sFolder = "A:B";
+  BKUtility::GetInstance()->ConvertStringForVaildFolderName(sFolder);
+  ASSERT_NE(sFolder, "A:B");
+  EXPECT_EQ(data.pGetOutPrfPartFromArray(sFolder), data.m_pPrfPartArray->GetAt(1));
+  EXPECT_EQ(data.GetPinTypeWithPinNo("F", 2), "T");
+}
+
+TEST(DesignDataFacade, LookUpsAndLoadsNeedTheirArrays) {
+  using D = CPC_BD_OutClsGet;
+  struct Row {
+    void (*clear)(D&);
+    std::function<void(D&)> use;
+  };
+  const auto load = [](Kind kind, const char* szText) { return [=](D& d) { Load(d, kind, szText); }; };
+  const Row kRows[] = {
+      {[](D& d) { delete std::exchange(d.m_pPackageArray, nullptr); }, [](D& d) { d.pGetOutPackageFromArray("P"); }},
+      {[](D& d) { delete std::exchange(d.m_pPackageArray, nullptr); },
+       [](D& d) { d.pGetOutPackageFromArrayWithFootprintName("P"); }},
+      {[](D& d) { delete std::exchange(d.m_pPackageArray->GetAt(0)->m_pMountFormArray, nullptr); },
+       [](D& d) { d.pGetOutPackageFromArrayWithFootprintName("P"); }},
+      {[](D& d) { delete std::exchange(d.m_pPrfFunctionArray, nullptr); },
+       [](D& d) { d.pGetOutPrfFunctionWithName("F"); }},
+      {[](D& d) { delete std::exchange(d.m_pPrfFunctionArray, nullptr); }, [](D& d) { d.GetPinTypeWithPinNo("F", 1); }},
+      {[](D& d) { delete std::exchange(d.m_pPrfFunctionArray->GetAt(0)->m_pPortArray, nullptr); },
+       [](D& d) { d.GetPinTypeWithPinNo("F", 1); }},
+      {[](D& d) { delete std::exchange(d.m_pPrfPinAssignArray, nullptr); },
+       [](D& d) { d.pGetOutPrfPinAssignWithName("Q"); }},
+      {[](D& d) { delete std::exchange(d.m_pRufCompArray, nullptr); }, [](D& d) { d.pGetOutRufCompFromArray("C"); }},
+      {[](D& d) { delete std::exchange(d.m_pRufNetArray, nullptr); }, [](D& d) { d.pGetOutRufNetFromName("N"); }},
+      {[](D& d) { delete std::exchange(d.m_pPrfPartArray, nullptr); },
+       [](D& d) { d.pGetOutPrfPartFromPackageRefName("P"); }},
+      {[](D& d) { delete std::exchange(d.m_pPackageArray, nullptr); }, load(Kind::package, "(package A\n)\n")},
+      {[](D& d) { delete std::exchange(d.m_pPrfPartArray, nullptr); }, load(Kind::parts, "(part A\n")},
+      {[](D& d) { delete std::exchange(d.m_pPrfPinAssignArray, nullptr); }, load(Kind::parts, "(pinAssign Q\n")},
+      {[](D& d) { delete std::exchange(d.m_pPrfFunctionArray, nullptr); }, load(Kind::parts, "(function F\n")},
+      {[](D& d) { delete std::exchange(d.m_pLcdbCmpCompArray, nullptr); },
+       load(Kind::components, "$COMP C\n$COMP_END\n")},
+      {[](D& d) { delete std::exchange(d.m_pRufNetArray, nullptr); }, load(Kind::rules, "(design d (rule (net N)))")},
+      {[](D& d) { delete std::exchange(d.m_pRufCompArray, nullptr); }, [](D& d) { d = D(); }},
+  };
+  for (const Row& row : kRows) {
+    D data;
+    Load(data, Kind::package, "(package P\n)\n");
+    Load(data, Kind::parts, "(function F\n)\n");
+    row.clear(data);
+    EXPECT_THROW(row.use(data), CInvalidArgException) << &row - kRows;
+  }
+}
+
+// The status is that of the last load, though an exception ends it.
+TEST(DesignDataFacade, AStatusOfAnEarlierLoadDoesNotStay) {
+  const auto check = [](Kind kind, const char* szText, auto clear, auto shown) {
+    SCOPED_TRACE(szText);
+    CPC_BD_OutClsGet data;
+    for (const bool bMissing : {true, false}) {
+      if (bMissing) {
+        LoadPath(data, kind, "/nowhere/at/all");
+        EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::cannotOpen);
+      } else {
+        Load(data, kind, "");
+        EXPECT_TRUE(data.GetLoadStatus().IsOk());
+      }
+      clear(data);
+      EXPECT_THROW(Load(data, kind, szText), CInvalidArgException);
+      EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::invalidContent);
+      EXPECT_EQ(data.GetLoadStatus().m_sFile, "file");
+      EXPECT_EQ(data.GetLoadStatus().m_nLine, 0);
+    }
+    EXPECT_EQ(shown(data), "[{A,,,,,,[],[],[],[]},{A,,,,,,[],[],[],[]}]");
+  };
+  // What stood before it is kept.
+  const auto parts = [](const CPC_BD_OutClsGet& data) { return Show(*data.m_pPrfPartArray); };
+  check(
+      Kind::parts, "(part A\n(pinAssign Q\n", [](auto& d) { delete std::exchange(d.m_pPrfPinAssignArray, nullptr); },
+      parts);
+  check(
+      Kind::parts, "(part A\n(function Q\n(part B\n",
+      [](auto& d) { delete std::exchange(d.m_pPrfFunctionArray, nullptr); }, parts);
+  const auto none = [](const auto&) { return "[{A,,,,,,[],[],[],[]},{A,,,,,,[],[],[],[]}]"; };
+  check(
+      Kind::package, "(package A\n)\n", [](auto& d) { delete std::exchange(d.m_pPackageArray, nullptr); }, none);
+  check(
+      Kind::components, "$COMP C\n$COMP_END\n", [](auto& d) { delete std::exchange(d.m_pLcdbCmpCompArray, nullptr); },
+      none);
+  check(
+      Kind::rules, "(design d (rule (net N)))", [](auto& d) { delete std::exchange(d.m_pRufNetArray, nullptr); }, none);
 }
 
 TEST(DesignDataFacade, NullArraysRaise) {
@@ -319,6 +426,74 @@ TEST(DesignDataFacade, NulIsAByteLikeAnyOther) {
   EXPECT_EQ(Loaded(Kind::parts, "(part\0 \"A\"\n"sv)->m_pPrfPartArray->GetSize(), 0);
 }
 
+TEST(DesignDataFacade, WhiteSpaceAndOddBytes) {
+  const auto packages = [](std::string_view s) { return Show(*Loaded(Kind::package, s)->m_pPackageArray); };
+  EXPECT_EQ(packages("\v\f(package A\n)\n"), "[{1,,A,[]}]");
+  EXPECT_EQ(packages("(package A\n\v\f \t\n)\n"), "[{1,,A,[]}]");
+  // What was the end of a text long ago is a byte like any other.
+  EXPECT_EQ(packages("(package A\n)\n\x1A\n(package B\n)\n"), "[{1,,A,[]},{1,,B,[]}]");
+  EXPECT_EQ(packages("(package A\n)\r"), "[{1,,A,[]}]");
+  EXPECT_EQ(packages("(package \"\x95\x5C\"\n(type \"\xB1\")\n)\n"), "[{1,\xB1,\x95\x5C,[]}]");
+  // Texts in other encodings bring nothing.
+  EXPECT_EQ(Loaded(Kind::package, "\xEF\xBB\xBF(unit mm)\n")->m_sUnit, "");
+  for (const Kind kind : {Kind::package, Kind::parts, Kind::components}) {
+    EXPECT_EQ(Show(*Loaded(kind, "\xFF\xFE(\0p\0a\0r\0t\0 \0A\0\n\0)\0\n\0"sv)), Show(CPC_BD_OutClsGet()));
+    EXPECT_EQ(Show(*Loaded(kind, "\x1A\n \v\n\x80\n")), Show(CPC_BD_OutClsGet()));
+  }
+  const auto pParts = Loaded(Kind::parts, "\v(part \"\x95\x5C\"\n\f\n(packageRef \"\xB1\")\n)\n\x1A\n(part B\n");
+  EXPECT_EQ(Show(*pParts->m_pPrfPartArray), "[{\x95\x5C,,,,,\xB1,[],[],[],[]},{B,,,,,,[],[],[],[]}]");
+  const auto pComps = Loaded(Kind::components, "\f$COMP \"\x95\x5C\"\n\x1A\n$COMP_END\r");
+  EXPECT_EQ(Show(*pComps->m_pLcdbCmpCompArray), "[{\x95\x5C,parts,1,,[],[]}]");
+}
+
+TEST(DesignDataFacade, NothingGoesByTheLocale) {
+  const auto outcome = [] {
+    CPC_BD_OutClsGet data;
+    Load(data, Kind::package, "(unit mm)\n(package I\xB1\x95\x5Ci\n(type smd)\n(mountForm m\n(spec s)\n)\n)\n");
+    Load(data, Kind::parts, "(part I\n(partClass i)\n(uver 1.5)\n(interface\n(port 1 a 2 portType I))\n)\n)\n");
+    Load(data, Kind::components, "$COMP I\ngateCount = 1234\n$COMP_END\n");
+    Load(data, Kind::rules,
+         "(design d (boardSpec (bareBoard (conductor 1 (thickness 1.5)) (physical X (lossTangent 0.25)))"
+         " (gridDef G (pitch 1.5 -2.5))) (rule (holeRule (clearance 0.125 (e A B)))))");
+    std::string s = Image(data);
+    laminate::TextOut out(s);
+    data.m_pPackageArray->GetAt(0)->Write(out);
+    data.m_pPrfPartArray->GetAt(0)->Write(out);
+    out.Flush();
+    return s;
+  };
+  const std::string expected = outcome();
+  for (const char* sz : {"de_DE.UTF-8", "ja_JP.SJIS"}) {
+    const laminate::test::LocaleScope locale(sz);
+    ASSERT_TRUE(locale.IsSet()) << sz;
+    EXPECT_EQ(Hex(outcome()), Hex(expected)) << sz;
+  }
+}
+
+// What costs more than its length takes minutes here.
+TEST(DesignDataFacade, LoadsTakeTimeByTheirLength) {
+  const auto repeated = [](const std::string& s, int n) {
+    std::string sAll;
+    for (int i = 0; i < n; ++i) sAll += s;
+    return sAll;
+  };
+  const std::pair<Kind, std::string> kFiles[] = {
+      {Kind::package, repeated("(package A\n" + repeated("(mountForm m\n(spec s)\n)\n", 10) + ")\n", 20000)},
+      {Kind::package, "(package A\n" + repeated("(mountForm m\n)\n", 200000) + ")\n"},
+      {Kind::package, repeated("(mountForm m\n", 400000)},
+      {Kind::parts, "(part A\n(gateDef " + repeated("a ", 1000000) + "\n" + repeated("x y z\n", 400000)},
+      {Kind::parts, repeated("(part A\n(interface\n", 100000)},
+      {Kind::components, "$COMP A\n" + repeated("symbolName = " + std::string(90, 's') + "\n", 100000) + "$COMP_END\n"},
+      {Kind::components, "$COMP A\npin 1 = IN " + repeated(",", 1000000) + "\n$COMP_END\n"},
+      {Kind::rules, "(design d (rule " + repeated("(net N (pinList (funcTerm A 1)))\n", 50000) + "))"},
+  };
+  for (const auto& [kind, text] : kFiles) {
+    const std::clock_t nStart = std::clock();
+    RemarksOf(kind, text);
+    EXPECT_LT(static_cast<double>(std::clock() - nStart) / CLOCKS_PER_SEC, 20.0) << text.substr(0, 40);
+  }
+}
+
 TEST(DesignDataFacade, LongLinesAndLastLinesWithoutEnd) {
   const std::string name(300000, 'n');
   const auto pData = Loaded(Kind::package, "(package \"" + name + "\"\n)");
@@ -348,6 +523,9 @@ TEST(DesignDataFacade, AssignmentCrossesUnitAndHostText) {
 TEST(LayerMap, GivesTheFirstNameOfAnId) {
   CWOQBDLayerForExportArray map;
   EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(0), "");
+  map.SetSize(1);
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(0), "");
+  map.SetSize(0);
   const auto add = [&map](int nId, const char* szName) {
     auto p = std::make_unique<CWOQBDLayerForExport>();
     EXPECT_EQ(p->m_nWOQLayID, 0);
@@ -359,6 +537,7 @@ TEST(LayerMap, GivesTheFirstNameOfAnId) {
   add(3, "three");
   add(3, "other");
   add(-1, "");
+  add(-1, "behind one without a name");
   map.Add(nullptr);
   add(7, "seven");
   EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "three");
@@ -372,19 +551,22 @@ TEST(LayerMap, GivesTheFirstNameOfAnId) {
   target = copy;
   EXPECT_EQ(target.m_sBDLayerName, "three");
   EXPECT_EQ(target.m_nWOQLayID, 3);
+  const CWOQBDLayerForExport& self = target;
+  target = self;
+  EXPECT_EQ(target.m_sBDLayerName, "three");
+  EXPECT_EQ(target.m_nWOQLayID, 3);
+  // A copy is its own.
+  copy.m_sBDLayerName = "changed";
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "three");
+  // A host may change an entry in place.
+  map.GetLastElement()->m_nWOQLayID = 9;
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(7), "");
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(9), "seven");
+  map.DeleteAt(0, 1);
+  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "other");
 }
 
 // ---- remarks ----
-std::vector<std::string> Remarks(const laminate::Diagnostics& diagnostics) {
-  std::vector<std::string> lines;
-  for (const laminate::Diagnostic& d : diagnostics.list) {
-    constexpr const char* kSeverities[] = {"error", "warning", "note"};
-    lines.push_back(std::string(d.file.View()) + ":" + std::to_string(d.line) + ":" + std::to_string(d.column) + ": " +
-                    kSeverities[static_cast<int>(d.severity)] + ": " + std::string(d.reason.View()));
-  }
-  return lines;
-}
-
 TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
   struct Case {
     Kind kind;
@@ -430,15 +612,7 @@ TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
         "file:4:0: note: \"y\" means nothing inside \"pinList\": it is skipped",
         "file:5:0: note: \"pair\" means nothing inside \"clearance\": it is skipped"}},
   };
-  for (const Case& c : kCases) {
-    CPC_BD_OutClsGet data;
-    laminate::Diagnostics diagnostics;
-    data.SetDiagnostics(&diagnostics);
-    Load(data, c.kind, c.text);
-    EXPECT_EQ(Remarks(diagnostics), c.remarks) << c.text;
-    // Nothing is remarked without the object, and the records are the same.
-    EXPECT_EQ(Show(*Loaded(c.kind, c.text)), Show(data));
-  }
+  for (const Case& c : kCases) EXPECT_EQ(RemarksOf(c.kind, c.text), c.remarks) << c.text;
 }
 
 TEST(DesignDataRemarks, TellNamesThatAreDefinedNowhere) {
@@ -481,6 +655,55 @@ TEST(DesignDataRemarks, TellNamesThatAreDefinedNowhere) {
     data.ReportUndefinedNames();
     EXPECT_EQ(diagnostics.list.size(), 5u);
   }
+}
+
+// What is never closed is dropped, and defines nothing. An empty name refers to nothing.
+TEST(DesignDataRemarks, OnlyPackagesOfTheFacadeAreDefined) {
+  CPC_BD_OutClsGet data;
+  laminate::Diagnostics diagnostics;
+  data.SetDiagnostics(&diagnostics);
+  Load(data, Kind::package, "(package P\n)\n(package \"A\"\n");
+  Load(data, Kind::parts,
+       "(part 1\n(packageRef \"A\")\n(pinAssignRef \"\")\n)\n(part 2\n(packageRef \"\")\n)\n(part 3\n(packageRef "
+       "\"P\")\n)\n");
+  Load(data, Kind::components, "$COMP C\nfunctionName =\n$COMP_END\n");
+  diagnostics.list.clear();
+  data.ReportUndefinedNames();
+  EXPECT_THAT(Remarks(diagnostics), ElementsAre("file:2:1: warning: package \"A\" is referred to and defined nowhere"));
+  // Another object knows nothing of what was read before.
+  laminate::Diagnostics later;
+  data.SetDiagnostics(&later);
+  data.ReportUndefinedNames();
+  EXPECT_TRUE(later.list.empty());
+}
+
+TEST(DesignDataRemarks, TellWhereABlockWasOpened) {
+  EXPECT_THAT(RemarksOf(Kind::package, "\n  (package P\n    (mountForm m\n"),
+              ElementsAre("file:3:5: warning: mount form \"m\" is not closed: it is dropped",
+                          "file:2:3: warning: package \"P\" is not closed: it is dropped"));
+  EXPECT_THAT(RemarksOf(Kind::components, " $COMP C\n"),
+              ElementsAre("file:1:2: warning: component \"C\" is not closed: it is dropped"));
+}
+
+// Status and diagnostics are a facade's own.
+TEST(DesignDataRemarks, AreNotCopied) {
+  CPC_BD_OutClsGet source;
+  laminate::Diagnostics diagnostics;
+  source.SetDiagnostics(&diagnostics);
+  LoadPath(source, Kind::package, "/nowhere/at/all");
+  CPC_BD_OutClsGet copy(source);
+  CPC_BD_OutClsGet assigned;
+  assigned = source;
+  for (CPC_BD_OutClsGet* p : {&copy, &assigned}) {
+    EXPECT_TRUE(p->GetLoadStatus().IsOk());
+    Load(*p, Kind::package, "(package A\n");
+    p->ReportUndefinedNames();
+    EXPECT_TRUE(diagnostics.list.empty());
+  }
+  LoadPath(assigned, Kind::parts, "/nowhere/at/all");
+  const CPC_BD_OutClsGet fresh;
+  assigned = fresh;
+  EXPECT_FALSE(assigned.GetLoadStatus().IsOk());
 }
 
 }  // namespace

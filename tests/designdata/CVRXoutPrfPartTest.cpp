@@ -54,10 +54,12 @@ TEST(PartLookUp, OfTheArray) {
   const auto pData = Loaded(
       Kind::parts, "(part \"A\"\n(pinAssignRef \"Q\")\n)\n(part \"B\"\n(pinAssignRef \"Q\")\n)\n(part \"C\"\n)\n");
   CVRXoutPrfPartArray& parts = *pData->m_pPrfPartArray;
+  parts.SetSize(4);
+  std::rotate(parts.begin(), parts.end() - 1, parts.end());  // a null slot in front
   EXPECT_EQ(parts.bExistSameUpfWithPartName("B"), 1);
   EXPECT_EQ(parts.bExistSameUpfWithPartName("b"), 0);
-  EXPECT_EQ(laminate::FindPartByPinAssign(&parts, "Q"), parts.GetAt(0));
-  EXPECT_EQ(laminate::FindPartByPinAssign(&parts, ""), parts.GetAt(2));
+  EXPECT_EQ(laminate::FindPartByPinAssign(&parts, "Q"), parts.GetAt(1));
+  EXPECT_EQ(laminate::FindPartByPinAssign(&parts, ""), parts.GetAt(3));
   EXPECT_EQ(laminate::FindPartByPinAssign(&parts, "R"), nullptr);
 }
 
@@ -128,6 +130,17 @@ TEST(PartWriter, OfEqualPropertiesTheLastStays) {
        "(property \"ab\" \"c\")\n(property \"a\" \"bc\")\n",
        "(property \"ab\" \"c\")\n(property \"a\" \"bc\")\n"},
       {"skip list too", {{"polarity", "x"}, {"polarity", "x"}}, "[polarity=x]", "(polarity x)\n", "(polarity x)\n"},
+      {"brackets inside go too",
+       {{"k", "a(b)c)("}},
+       "[k=a(b)c)(]",
+       "(property \"k\" \"abc\")\n",
+       "(property \"k\" \"abc\")\n"},
+      {"other spelling of the version",
+       {{"Uver", "1"}},
+       "[Uver=1]",
+       "(property \"Uver\" \"1\")\n",
+       "(property \"Uver\" \"1\")\n"},
+      {"no key", {{"", "v"}}, "[=v]", "(property \"\" \"v\")\n", "(property \"\" \"v\")\n"},
   };
   for (const Case& c : kCases) {
     SCOPED_TRACE(c.name);
@@ -408,6 +421,84 @@ TEST(PartPort, CopiesAllFields) {
   CVRXoutPrfPartPort target;
   target = copy;
   EXPECT_EQ(Show(target), "{1,IN,N,4}");
+}
+
+TEST(PartWriter, KeysOfTheSkipListAreKeywords) {
+  for (const char* sz :
+       {"useInSchema", "useInLayout", "inPartsList", "partType", "placeRestriction", "polarity", "designation"}) {
+    CVRXoutPrfPart part;
+    AddProperty(part, sz, "(x)");
+    EXPECT_EQ(Written(part), "(part \"\"\n(packageRef \"\")\n(" + std::string(sz) + " (x))\n)\n");
+  }
+}
+
+TEST(PartWriter, DifferentVersionsAreAllWritten) {
+  CVRXoutPrfPart part;
+  AddProperty(part, "uver", "1");
+  AddProperty(part, "uver", "(2)");
+  for (int i = 0; i < 2; ++i) EXPECT_EQ(Written(part), "(part \"\"\n(uver 1)\n(uver (2))\n(packageRef \"\")\n)\n");
+}
+
+TEST(PartWriter, TheKindOfAPropertyDoesNotCount) {
+  CVRXoutPrfPart part;
+  for (const char* szKind : {"a", "b"}) {
+    laminate::AppendOwned(*part.m_pPropertyArray, std::make_unique<CLProperty>("k", "v", szKind));
+  }
+  Written(part);
+  EXPECT_EQ(Show(*part.m_pPropertyArray), "[k=v:b]");
+}
+
+// An empty type and INOUT differ.
+TEST(PartWriter, TypesOfPorts) {
+  CVRXoutPrfPart part;
+  AddPort(part, "1", "N", "INOUT");
+  AddPort(part, "2", "N", "");
+  EXPECT_EQ(Written(part),
+            "(part \"\"\n(packageRef \"\")\n(interface\n(port \"1\" (symbPinId 0) (portName \"N\") (portType INOUT))\n"
+            "(port \"2\" (symbPinId 0) (portName \"N\"))\n)\n)\n");
+}
+
+TEST(PartLookUp, GivesTheFirstThoughItIsEmpty) {
+  CVRXoutPrfPart part;
+  AddProperty(part, "k", "");
+  AddProperty(part, "k", "x");
+  EXPECT_EQ(part.sGetPropertyWithKeyWord("k"), "");
+  AddPort(part, "1", "", "");
+  AddPort(part, "1", "", "").m_nSymbPinId = 5;
+  EXPECT_EQ(part.GetSymbolPinIDWithPortNo("1"), 0);
+}
+
+TEST(PartLookUp, NeedsItsArrays) {
+  CVRXoutPrfPart part;
+  part.m_sName = "A";
+  std::string s;
+  const auto write = [&] {
+    laminate::TextOut out(s);
+    part.Write(out);
+  };
+  // Nothing is written of it.
+  CVRXoutPrfPartPortArray* const pPorts = std::exchange(part.m_pPortArray, nullptr);
+  EXPECT_THROW(write(), CInvalidArgException);
+  EXPECT_THROW(part.GetSymbolPinIDWithPortNo("1"), CInvalidArgException);
+  part.m_pPortArray = pPorts;
+  delete std::exchange(part.m_pPropertyArray, nullptr);
+  EXPECT_THROW(write(), CInvalidArgException);
+  EXPECT_THROW(part.sGetPropertyWithKeyWord("k"), CInvalidArgException);
+  EXPECT_EQ(s, "");
+}
+
+TEST(PinAssignLookUp, NullSlotsAndNullArrays) {
+  CVRXoutPrfPinAssign pinAssign;
+  pinAssign.m_pPortArray->SetSize(1);
+  auto pPort = std::make_unique<CVRXoutPrfPinAssignPort>();
+  pPort->m_sPortNo = "1";
+  pPort->m_nPinId = 7;
+  laminate::AppendOwned(*pinAssign.m_pPortArray, std::move(pPort));
+  EXPECT_EQ(pinAssign.GetPinIDWithPortNo("1"), 7);
+  EXPECT_EQ(pinAssign.GetPortTypeWithPortNo("1"), "");
+  delete std::exchange(pinAssign.m_pPortArray, nullptr);
+  EXPECT_THROW(pinAssign.GetPinIDWithPortNo("1"), CInvalidArgException);
+  EXPECT_THROW(pinAssign.GetPortTypeWithPortNo("1"), CInvalidArgException);
 }
 
 }  // namespace

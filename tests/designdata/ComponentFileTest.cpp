@@ -24,13 +24,27 @@ TEST(ComponentFile, EveryLine) {
       {"replaced before it is closed", "$COMP A\n$COMP B\n$COMP_END\n", "[{B,parts,1,,[],[]}]"},
       {"closed twice enters once", "$COMP A\n$COMP_END\n$COMP_END\n", "[{A,parts,1,,[],[]}]"},
       {"closed without a component", "$COMP_END\n", "[]"},
+      {"closed with text behind", "$COMP A X\n$COMP_END x\n", "[{A,parts,1,,[],[]}]"},
+      {"keyword in quotes", "\"$COMP\" A\n$COMP_END\n", "[{A,parts,1,,[],[]}]"},
+      {"keywords of other case", "$COMP A\n$COMP_end\n$COMP_END\ngatecount = 3\nPin 1\n", "[{A,parts,1,,[],[]}]"},
       {"keywords not whole or not first", "$COMPA A\n$COMP_ENDS\nx $COMP A\n$comp A\n", "[]"},
       {"componentType", "$COMP A\ncomponentType = ic\n$COMP_END\n", "[{A,ic,1,,[],[]}]"},
       {"componentType without a value", "$COMP A\ncomponentType =\n$COMP_END\n", "[{A,,1,,[],[]}]"},
+      {"componentType quoted", "$COMP A\ncomponentType = \"a b\"\n$COMP_END\n", "[{A,a b,1,,[],[]}]"},
+      {"componentType of two words", "$COMP A\ncomponentType = a b\n$COMP_END\n", "[{A,a,1,,[],[]}]"},
+      {"the last componentType counts", "$COMP A\ncomponentType = a\ncomponentType = b\n$COMP_END\n",
+       "[{A,b,1,,[],[]}]"},
+      {"functionName of two words, twice", "$COMP A\nfunctionName = G\nfunctionName = F G\n$COMP_END\n",
+       "[{A,parts,1,F,[],[]}]"},
       {"functionName", "$COMP A\n  functionName = \"F G\"\n$COMP_END\n", "[{A,parts,1,F G,[],[]}]"},
       {"functionName without a value", "$COMP A\nfunctionName = F\nfunctionName\n$COMP_END\n", "[{A,parts,1,,[],[]}]"},
       {"gateCount", "$COMP A\ngateCount = 4\n$COMP_END\n", "[{A,parts,4,,[],[]}]"},
       {"gateCount no number", "$COMP A\ngateCount = x\n$COMP_END\n", "[{A,parts,0,,[],[]}]"},
+      {"gateCount with another sign", "$COMP A\ngateCount x 4\n$COMP_END\n", "[{A,parts,4,,[],[]}]"},
+      {"gateCount with letters behind", "$COMP A\ngateCount = 4x\n$COMP_END\n", "[{A,parts,4,,[],[]}]"},
+      {"gateCount quoted", "$COMP A\ngateCount = \"4\"\n$COMP_END\n", "[{A,parts,4,,[],[]}]"},
+      {"gateCount of two numbers", "$COMP A\ngateCount = 4 5\n$COMP_END\n", "[{A,parts,4,,[],[]}]"},
+      {"gateCount negative", "$COMP A\ngateCount = -2\n$COMP_END\n", "[{A,parts,-2,,[],[]}]"},
       {"gateCount without a value", "$COMP A\ngateCount\n$COMP_END\n", "[{A,parts,0,,[],[]}]"},
       {"no blanks around the sign: another column", "$COMP A\ngateCount=4\n$COMP_END\n", "[{A,parts,1,,[],[]}]"},
       // symbolName
@@ -41,11 +55,34 @@ TEST(ComponentFile, EveryLine) {
        "[{A,parts,1,,[X],[]}]"},
       {"a quoted blank counts as one more", "$COMP A\nsymbolName = \"X Y\" Z\n$COMP_END\n",
        "[{A,parts,1,,[X Y,Z,],[]}]"},
+      {"a quoted run of blanks counts once", "$COMP A\nsymbolName = \"X  Y\"\n$COMP_END\n",
+       "[{A,parts,1,,[X  Y,],[]}]"},
+      {"a quoted blank in front", "$COMP A\nsymbolName = \" X\"\n$COMP_END\n", "[{A,parts,1,,[ X,],[]}]"},
+      {"two quoted blanks", "$COMP A\nsymbolName = \"X Y Z\"\n$COMP_END\n", "[{A,parts,1,,[X Y Z,,],[]}]"},
+      {"empty quotes", "$COMP A\nsymbolName = X \"\"\n$COMP_END\n", "[{A,parts,1,,[X,],[]}]"},
+      {"two columns by blanks: the third by quotes", "$COMP A\nsymbolName \"A\"\"B\"\n$COMP_END\n",
+       "[{A,parts,1,,[B],[]}]"},
+      {"white space in front is not counted", "$COMP A\n\t symbolName = X\n$COMP_END\n", "[{A,parts,1,,[X],[]}]"},
+      {"a tab behind is", "$COMP A\nsymbolName = X \t\n$COMP_END\n", "[{A,parts,1,,[X,],[]}]"},
+      {"a tab inside is none", "$COMP A\nsymbolName = X\tY\n$COMP_END\n", "[{A,parts,1,,[X\tY],[]}]"},
+      {"settings behind the end reach the component just closed, the next takes them over",
+       "$COMP A\n$COMP_END\n$COMP_END\nsymbolName = S\nfunctionName = F\n$COMP_END\ncomponentType = T\n$COMP "
+       "B\ngateCount = 2\n",
+       "[{A,T,1,F,[S],[]}]"},
       {"glued quotes bring columns that are not counted", "$COMP A\nsymbolName = X\"Y\" Z\n$COMP_END\n",
        "[{A,parts,1,,[X,Y],[]}]"},
       // pin
       {"pin", "$COMP A\npin 1 = IN A,B,C G \"s v\"\n$COMP_END\n", "[{A,parts,1,,[],[{s v,G,1,[A,B,C]}]}]"},
       {"pin no number", "$COMP A\npin x = IN A G S\n$COMP_END\n", "[{A,parts,1,,[],[{S,G,0,[A]}]}]"},
+      {"pin with a quoted list, and an eighth column", "$COMP A\npin 1 = IN \"A B,C\" G S T\n$COMP_END\n",
+       "[{A,parts,1,,[],[{S,G,1,[A B,C]}]}]"},
+      {"pin with an empty list", "$COMP A\npin 1 = IN \"\" G S\n$COMP_END\n", "[{A,parts,1,,[],[{S,G,1,[]}]}]"},
+      {"pin with other words", "$COMP A\npin -3 x y A\npin 7x = IN A G\n$COMP_END\n",
+       "[{A,parts,1,,[],[{,,-3,[A]},{,G,7,[A]}]}]"},
+      {"pin with an empty name in its list", "$COMP A\npin 1 = IN A,,B G\n$COMP_END\n",
+       "[{A,parts,1,,[],[{,G,1,[A,,B]}]}]"},
+      {"lines that end in CR LF", "$COMP A\r\nsymbolName = X \r\npin 1 = IN A,B\r\n$COMP_END\r\n$COMP B\r\n$COMP_END",
+       "[{A,parts,1,,[X],[{,,1,[A,B]}]},{B,parts,1,,[],[]}]"},
       {"commas at the ends", "$COMP A\npin 1 = IN ,A, G S\n$COMP_END\n", "[{A,parts,1,,[],[{S,G,1,[,A,]}]}]"},
       {"settings behind the end reach the component just closed", "$COMP A\n$COMP_END\ngateCount = 2\npin 1 = IN A\n",
        "[{A,parts,2,,[],[{,,1,[A]}]}]"},
@@ -142,6 +179,61 @@ TEST(ComponentLookUp, GivesTheFirst) {
 TEST(ComponentFile, DefaultsOfRecords) {
   EXPECT_EQ(Show(CVRXoutLcdbCmpComp()), "{,parts,1,,[],[]}");
   EXPECT_EQ(Show(CVRXoutLcdbCmpCompPin()), "{,,-1,[]}");
+}
+
+TEST(ComponentFile, EachLoadStartsWithoutAComponent) {
+  CPC_BD_OutClsGet data;
+  Load(data, Kind::components, "$COMP A\n");
+  Load(data, Kind::components, "gateCount = 2\n$COMP_END\n");
+  EXPECT_EQ(data.m_pLcdbCmpCompArray->GetSize(), 0);
+  Load(data, Kind::components, "$COMP A\n$COMP_END\n");
+  Load(data, Kind::components, "gateCount = 9\npin 1 = IN A\n");
+  EXPECT_EQ(Show(*data.m_pLcdbCmpCompArray), "[{A,parts,1,,[],[]}]");
+}
+
+// Behind a hundred columns the count is a position: a long hundredth column brings as many empty names.
+TEST(ComponentFile, AsManyEmptyNamesAsBytes) {
+  constexpr int kBytes = 1000000;
+  const auto pData = Loaded(Kind::components, "$COMP A\nsymbolName =" + Repeated(" s", 97) + " " +
+                                                  std::string(kBytes, 't') + " u\n$COMP_END\n");
+  EXPECT_EQ(Only(*pData).m_aSymbolNames.GetSize(), kBytes - 2);
+}
+
+TEST(ComponentLookUp, GivesTheFirstThoughItIsEmpty) {
+  const auto pData = Loaded(Kind::components,
+                            "$COMP A\npin 1 = IN A\npin 2 = IN A G\npin x = IN X,,Y H\npin 4 = IN Z,Z I\n$COMP_END\n");
+  const CVRXoutLcdbCmpComp& comp = Only(*pData);
+  EXPECT_EQ(comp.sGetLcdbCmpCompPinGatePinNameWithPinName("A"), "");
+  EXPECT_EQ(comp.sGetLcdbCmpCompPinGatePinNameWithPinName(""), "H");
+  EXPECT_EQ(comp.sGetLcdbCmpCompPinGatePinNameWithPinName("Z"), "I");
+  EXPECT_EQ(comp.pGetLcdbCmpCompPinWithPinID(0), comp.m_pPinArray->GetAt(2));
+}
+
+TEST(ComponentLookUp, NullSlotsAndNullArrays) {
+  const auto pData = Loaded(Kind::components, "$COMP A\nfunctionName = F\npin 1 = IN A G\n$COMP_END\n");
+  CVRXoutLcdbCmpCompArray& comps = *pData->m_pLcdbCmpCompArray;
+  CVRXoutLcdbCmpComp& comp = *comps.GetAt(0);
+  CVRXoutLcdbCmpComp* pNoComp = nullptr;
+  comps.InsertAt(0, pNoComp);
+  CVRXoutLcdbCmpCompPin* pNoPin = nullptr;
+  comp.m_pPinArray->InsertAt(0, pNoPin);
+  EXPECT_EQ(comps.pGetBDOutLcdbCmpCompFromCompName("A"), &comp);
+  EXPECT_EQ(comps.pGetBDOutLcdbCmpCompFromFunctionName("F"), &comp);
+  EXPECT_EQ(comp.pGetLcdbCmpCompPinWithPinID(1), comp.m_pPinArray->GetAt(1));
+  EXPECT_EQ(comp.sGetLcdbCmpCompPinGatePinNameWithPinName("A"), "G");
+  delete std::exchange(comp.m_pPinArray, nullptr);
+  EXPECT_THROW(comp.pGetLcdbCmpCompPinWithPinID(1), CInvalidArgException);
+  EXPECT_THROW(comp.sGetLcdbCmpCompPinGatePinNameWithPinName("A"), CInvalidArgException);
+}
+
+TEST(ComponentFile, RemarksOfLinesWithoutAComponent) {
+  for (const char* sz : {"$COMP_END", "componentType", "functionName", "symbolName", "gateCount", "pin"}) {
+    EXPECT_THAT(RemarksOf(Kind::components, std::string("\t") + sz + " = 1\n"),
+                testing::ElementsAre("file:1:2: warning: there is nothing yet that \"" + std::string(sz) +
+                                     "\" could belong to: the line is skipped"));
+  }
+  // A second end is none.
+  EXPECT_THAT(RemarksOf(Kind::components, "$COMP A\n$COMP_END\n$COMP_END\n"), testing::IsEmpty());
 }
 
 }  // namespace

@@ -1,6 +1,9 @@
 // Copying and comparing records: the rule for every field of every class, and the classes that depart from it.
+#include <limits>
 #include <set>
+#include <type_traits>
 
+#include "designdata/CWOQBDLayerForExport.h"
 #include "designdata/DesignDataTestSupport.h"
 
 namespace {
@@ -341,9 +344,12 @@ TEST(FieldList, MarksOfTheRecords) {
   EXPECT_EQ(marks(CVRXoutPrfPart::Fields()), (List{0, 0, 0, 0, 0, 0, kShared, kShared, kShared, kShared}));
   EXPECT_EQ(marks(CVRXoutRufComp::Fields()), (List{0, 0, kSinceVersion2}));
   EXPECT_EQ(marks(CVRXoutRufRule::Fields()), (List{0, 0, 0, 0, 0, kSinceVersion2}));
+  EXPECT_EQ(marks(CPC_BD_OutClsGet::Fields()),
+            (List{0, kNotCopied | kNotCompared, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, kSinceVersion2, kSinceVersion2,
+                  kSinceVersion2, kSinceVersion2, kSinceVersion2}));
 }
 
-// Compared on the way of a fresh facade each, the unit is held against the other's host text.
+// The unit is held against the other's host text.
 TEST(RecordCopy, FacadesOfOneStackupCompareByTheirOtherFields) {
   // Two facades that a host made share one stack-up and one board spec: then the rest decides.
   CPC_BD_OutClsGet a;
@@ -376,5 +382,128 @@ TEST(RecordCopy, FacadesOfOneStackupCompareByTheirOtherFields) {
   b.m_pStackup = nullptr;
   b.m_pBoardSpec = nullptr;
 }
+
+// The stack-up and the board spec decide each for itself.
+TEST(RecordCopy, FacadesOfTwoStackupsOrTwoBoardSpecsDiffer) {
+  CPC_BD_OutClsGet a;
+  for (const bool bStackup : {true, false}) {
+    CPC_BD_OutClsGet b;
+    CVRXoutRufStackup* const pStackup = b.m_pStackup;
+    CVRXoutRufBoardSpec* const pSpec = b.m_pBoardSpec;
+    if (bStackup) {
+      b.m_pStackup = a.m_pStackup;
+    } else {
+      b.m_pBoardSpec = a.m_pBoardSpec;
+    }
+    EXPECT_EQ(a == b, 0);
+    b.m_pStackup = a.m_pStackup;
+    b.m_pBoardSpec = a.m_pBoardSpec;
+    EXPECT_EQ(a == b, 1);
+    b.m_pStackup = pStackup;
+    b.m_pBoardSpec = pSpec;
+  }
+}
+
+// The host's texts are compared before any record, and so answer where records cannot.
+TEST(RecordCopy, HostTextsOfFacadesAreComparedFirst) {
+  CPC_BD_OutClsGet a;
+  CPC_BD_OutClsGet b;
+  delete std::exchange(b.m_pPackageArray, nullptr);
+  EXPECT_THROW(static_cast<void>(a == b), CInvalidArgException);
+  b.m_sHostText = "x";
+  EXPECT_EQ(a == b, 0);
+  b.m_sHostText = "";
+  b.m_aHostList1.Add("x");
+  EXPECT_EQ(a == b, 0);
+  b.m_aHostList1.RemoveAll();
+  b.m_aHostList2.Add("x");
+  EXPECT_EQ(a == b, 0);
+}
+
+// Numbers are equal as numbers are.
+TEST(RecordCopy, NumbersAreComparedExactly) {
+  CVRXoutRufRule rule;
+  rule.m_dValue = std::numeric_limits<double>::quiet_NaN();
+  EXPECT_EQ(rule == CVRXoutRufRule(rule), 0);
+  EXPECT_EQ(rule == rule, 1);
+  rule.m_dValue = 0.0;
+  CVRXoutRufRule other;
+  other.m_dValue = -0.0;
+  EXPECT_EQ(rule == other, 1);
+  other.m_dValue = std::numeric_limits<double>::denorm_min();
+  EXPECT_EQ(rule == other, 0);
+}
+
+// Arrays of different sizes differ before any element is looked at.
+TEST(RecordCopy, ArraysAreComparedByTheirCountFirst) {
+  CVRXoutPackageArray a;
+  CVRXoutPackageArray b;
+  for (CVRXoutPackageArray* p : {&a, &b, &b}) laminate::AppendOwned(*p, std::make_unique<CVRXoutPackage>());
+  delete std::exchange(a.GetAt(0)->m_pMountFormArray, nullptr);
+  EXPECT_FALSE(a == b);
+  b.DeleteAt(1, 1);
+  EXPECT_THROW(static_cast<void>(a == b), CInvalidArgException);
+}
+
+// Every record with one of its pointers set to null; parts compare and copy the pointers alone.
+template <class T>
+void CheckNullPointers(const char* szName) {
+  SCOPED_TRACE(szName);
+  constexpr bool bShared = std::is_same_v<T, CVRXoutPrfPart>;
+  int nField = 0;
+  T::Fields().ForEach([&](auto field) {
+    ++nField;
+    if constexpr (std::is_pointer_v<std::remove_reference_t<decltype(std::declval<T&>().*field.member)>>) {
+      SCOPED_TRACE(nField);
+      T holed;
+      T whole;
+      delete std::exchange(holed.*field.member, nullptr);
+      const std::string image = Image(whole);
+      EXPECT_THROW(Image(holed), CInvalidArgException);
+      EXPECT_THROW(LoadImage(holed, image), CInvalidArgException);
+      if (bShared) {
+        T copy(holed);
+        EXPECT_EQ(copy == holed, 1);
+        return;
+      }
+      EXPECT_THROW(T copy(holed), CInvalidArgException);
+      EXPECT_THROW(whole = holed, CInvalidArgException);
+      EXPECT_THROW(holed = whole, CInvalidArgException);
+      EXPECT_THROW(static_cast<void>(holed == whole), CInvalidArgException);
+      EXPECT_THROW(static_cast<void>(whole == holed), CInvalidArgException);
+    }
+  });
+}
+
+TEST(RecordCopy, NullPointersRaise) {
+  CheckNullPointers<CVRXoutPackage>("package");
+  CheckNullPointers<CVRXoutPrfPart>("part");
+  CheckNullPointers<CVRXoutPrfFunction>("function");
+  CheckNullPointers<CVRXoutPrfPinAssign>("pin assign");
+  CheckNullPointers<CVRXoutPrfPinAssignFuncInst>("function instance");
+  CheckNullPointers<CVRXoutLcdbCmpComp>("library component");
+  CheckNullPointers<CVRXoutRufComp>("component settings");
+  CheckNullPointers<CVRXoutRufNet>("net");
+}
+
+// Ports and gates of a part have no form of their own.
+template <class T>
+concept HasForm = requires(T& t, CArchive& ar) {
+  t.Serialize(ar);
+}
+|| requires(const T& t) { t.clone(); }
+|| requires(const T& a, const T& b) { a == b; };
+static_assert(HasForm<CVRXoutPrfFunctionPort>);
+static_assert(!HasForm<CVRXoutPrfPartPort> && !HasForm<CVRXoutPrfPartGateDef> && !HasForm<CWOQBDLayerForExport>);
+static_assert(!std::is_copy_constructible_v<CVRXoutPrfPartGateDef> &&
+              !std::is_copy_assignable_v<CVRXoutPrfPartGateDef>);
+template <class T>
+concept HasVersion = requires {
+  T::m_nVersion;
+}
+|| requires(const T& t) { t.clone(); };
+static_assert(HasVersion<CVRXoutPrfFunctionPortArray>);
+static_assert(!HasVersion<CVRXoutPrfPartPortArray> && !HasVersion<CVRXoutPrfPartGateDefArray> &&
+              !HasVersion<CWOQBDLayerForExportArray>);
 
 }  // namespace

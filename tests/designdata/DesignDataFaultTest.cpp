@@ -13,21 +13,34 @@ const std::string kLong = "a text that is too long to be held inside";
 
 const std::pair<Kind, std::string> kFiles[] = {
     {Kind::package, "(unit " + kLong + ")\n(package \"" + kLong + "\"\n(type " + kLong +
-                        ")\n(mountForm m\n(footprintRef \"" + kLong +
-                        "\")\n(spec s)\n)\n(mountForm n\n)\n)\n(package \"Q\"\n)\n"},
+                        ")\n(mountForm m\n(footprintRef \"" + kLong + "\")\n(bottomFootprint \"" + kLong +
+                        "\")\n(spec \"" + kLong + "\")\n)\n(mountForm n\n)\n)\n(package \"Q\"\n)\n"},
     {Kind::parts,
      "(part \"" + kLong + "\"\n(packageRef \"" + kLong + "\")\n(k \"" + kLong + "\")\n(k \"" + kLong +
          "\")\n(interface\n(port \"1\" (symbPinId 2) (portName \"" + kLong +
          "\") (portType IN))\n)\n(gateDef a G\nx y 1\n(property k v)\n)\n(stockInfo\n(property k v)\n)\n)\n(pinAssign "
-         "Q\n"
-         "(interface\n(port 1 a 2\n)\n(internal\n(funcInst a F\n(port 1 m 2\n)\n)\n)\n(function F\n(port 1\n)\n"},
+         "Q\n(property k \"" +
+         kLong +
+         "\")\n"
+         "(interface\n(port 1 a 2\n)\n(internal\n(funcInst a F\n(port 1 m 2\n)\n)\n)\n(function F\n(property k "
+         "v)\n(port 1\n)\n(part B\n(stockInfo x)\n(gateDef a \"" +
+         kLong + "\"\n(gateTermDef (portRef 1))\nx y \"" + kLong +
+         "\"\nx y 3\n)\n(interface\n(property k v\n)\n(port \"" + kLong + "\")\n)\n)\n"},
     {Kind::rules,
-     "(design d (boardSpec (bareBoard (physical ABOVE) (conductor 1 (material \"" + kLong + "\"))) (gridDef \"" +
-         kLong + "\"))\n(rule (net \"" + kLong +
-         "\" (property k v) (pinList (funcTerm A 1))) (electricalNet E (x A B)) (designRuleStack S (l 1 (r D))))"
-         " (assign (comp C (assign (a b)))))"},
-    {Kind::components,
-     "$COMP \"" + kLong + "\"\nsymbolName = A \"" + kLong + "\"\npin 1 = IN A,B G 7\n$COMP_END\n$COMP D\n"},
+     "(design d (boardSpec (bareBoard (physical ABOVE) (conductor 1 (material \"" + kLong + "\") (place \"" + kLong +
+         "\")) (dielectric 1 (material a \"" + kLong + "\")) (baseMaterial \"" + kLong + "\")) (gridDef \"" + kLong +
+         "\") (defaultGrid (a \"" + kLong + "\")) (drillingRule (a 1 2)) (patternWidth (w 1 (n \"" + kLong +
+         "\"))))\n(rule (holeRule (clearance 1 (e \"" + kLong +
+         "\" B))) (solderResistRule (flow (clearance 1 (e A B))))"
+         " (qualifiedPadstack P (from \"" +
+         kLong + "\")) (layer 1) (enetPair E (electricalNetList (x \"" + kLong + "\"))) (board (a \"" + kLong +
+         "\")) (traceRuleStack T (l 1)) (net \"" + kLong + "\" (property colorId \"" + kLong +
+         "\") (property k v) (pinList (funcTerm A 1))) (electricalNet E (x A B)) (designRuleStack S (l 1 (r D))))"
+         " (assign (comp C (property k \"" +
+         kLong + "\") (assign (a b)))))"},
+    {Kind::components, "$COMP \"" + kLong + "\"\nsymbolName = A \"" + kLong + "\"\ncomponentType = \"" + kLong +
+                           "\"\nfunctionName = \"" + kLong + "\"\ngateCount = 2\npin 1 = IN A,B G 7\npin 2 = IN \"" +
+                           kLong + ",B\" G 7\n$COMP_END\n$COMP D\n"},
 };
 
 std::unique_ptr<CPC_BD_OutClsGet> Full() {
@@ -148,6 +161,87 @@ TEST(DesignDataFault, FilesFailInALoad) {
     }
     EXPECT_GE(nFailures, 4);
   }
+}
+
+// With diagnostics too every failure is the platform's.
+TEST(DesignDataFault, MemoryFailsWhereRemarksAreMade) {
+  const laminate::test::TestFolder folder;
+  for (const auto& [kind, text] : kFiles) {
+    const std::string path = folder.Write("file", text + "\n@\n(" + kLong + "\n");
+    int nFailures = 0;
+    for (long n = 1;; ++n) {
+      laminate::Diagnostics diagnostics;
+      CPC_BD_OutClsGet data;
+      bool bFailed = false;
+      bool bPlatforms = false;
+      {
+        const laminate::test::AllocationFault fault(n, laminate::test::AllocationFault::Duration::once);
+        try {
+          data.SetDiagnostics(&diagnostics);
+          LoadPath(data, kind, path.c_str());
+          data.ReportUndefinedNames();
+          bPlatforms = true;
+        } catch (const CMemoryException&) {
+          bPlatforms = true;
+        } catch (const std::bad_alloc&) {
+        }
+        bFailed = fault.HasFailed();
+      }
+      EXPECT_TRUE(bPlatforms) << n;
+      if (!bFailed) {
+        EXPECT_FALSE(diagnostics.list.empty());
+        break;
+      }
+      ++nFailures;
+    }
+    EXPECT_GT(nFailures, 5);
+  }
+}
+
+TEST(DesignDataFault, MemoryFailsInAnAssignment) {
+  const auto pData = Full();
+  const std::string rules = Show(*pData->m_pRufRuleArray);
+  CPC_BD_OutClsGet target(*pData);
+  Load(target, Kind::package, "(package mine\n)\n");
+  EXPECT_GT(ForEachFailingAllocation(
+                [&] {
+                  target = *pData;
+                  CVRXoutPackageArray packages(*pData->m_pPackageArray);
+                  packages = *target.m_pPackageArray;
+                },
+                [&] {
+                  // What the target holds is sound.
+                  EXPECT_FALSE(Image(target).empty());
+                  EXPECT_EQ(Show(*pData->m_pRufRuleArray), rules);
+                }),
+            0);
+  EXPECT_TRUE(*target.m_pPackageArray == *pData->m_pPackageArray);
+}
+
+TEST(DesignDataFault, MemoryFailsInALoadOverAFullFacade) {
+  const std::string image = Image(*Full());
+  std::unique_ptr<CPC_BD_OutClsGet> pTarget;
+  int nFailures = 0;
+  for (long n = 1;; ++n) {
+    pTarget = Full();
+    bool bFailed = false;
+    {
+      const laminate::test::AllocationFault fault(n, laminate::test::AllocationFault::Duration::once);
+      try {
+        LoadImage(*pTarget, image);
+      } catch (const CMemoryException&) {
+      } catch (const std::bad_alloc&) {  // of the test's own copy of the image
+      }
+      bFailed = fault.HasFailed();
+    }
+    if (!bFailed) break;
+    ++nFailures;
+    EXPECT_FALSE(Image(*pTarget).empty());
+  }
+  EXPECT_GT(nFailures, 2);
+  CPC_BD_OutClsGet fresh;
+  LoadImage(fresh, image);
+  EXPECT_EQ(Image(*pTarget), Image(fresh));
 }
 
 }  // namespace

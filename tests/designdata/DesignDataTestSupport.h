@@ -49,6 +49,16 @@ inline std::unique_ptr<CPC_BD_OutClsGet> Loaded(Kind kind, std::string_view sTex
   return p;
 }
 
+// ---- remarks ----
+inline std::vector<std::string> Remarks(const laminate::Diagnostics& diagnostics) {
+  std::vector<std::string> lines;
+  for (const laminate::Diagnostic& d : diagnostics.list) {
+    constexpr const char* kSeverities[] = {"error", "warning", "note"};
+    lines.push_back(std::string(d.file.View()) + ":" + std::to_string(d.line) + ":" + std::to_string(d.column) + ": " +
+                    kSeverities[static_cast<int>(d.severity)] + ": " + std::string(d.reason.View()));
+  }
+  return lines;
+}
 // ---- records as text: the values of the field list in its order, "{a,1,[{b},{c}]}" ----
 /// Shows values and records; the fields that have one of the marks are left out.
 class Shower {
@@ -119,6 +129,16 @@ class Shower {
 template <class T>
 std::string Show(const T& value, unsigned nLeaveOut = 0) {
   return Shower(nLeaveOut)(value);
+}
+
+/// What is remarked of a text as a file named "file". With remarks it gives the same records.
+inline std::vector<std::string> RemarksOf(Kind kind, std::string_view sText) {
+  CPC_BD_OutClsGet data;
+  laminate::Diagnostics diagnostics;
+  data.SetDiagnostics(&diagnostics);
+  Load(data, kind, sText);
+  EXPECT_EQ(Show(*Loaded(kind, sText)), Show(data));
+  return Remarks(diagnostics);
 }
 
 // ---- written text ----

@@ -73,7 +73,11 @@ void CheckSound(CPC_BD_OutClsGet& facade, const std::string& sImage) {
   CPC_BD_OutClsGet third;
   LoadImage(third, stored);
   EXPECT_EQ(Image(third), stored);
-  LoadImage(facade, sImage);
+  // Over what is there the sound image loads as into an empty facade.
+  EXPECT_EQ(LoadImage(facade, sImage), 0u);
+  CPC_BD_OutClsGet fresh;
+  LoadImage(fresh, sImage);
+  EXPECT_EQ(Show(facade, laminate::kNotInImage), Show(fresh, laminate::kNotInImage));
 }
 
 template <class Damage>
@@ -129,7 +133,7 @@ TEST_F(HostileArchive, RandomDamage) {
 }
 
 // ---- counts ----
-/// Runs with a limit on memory, beyond what is in use. The sanitizers reserve address space, so only time counts there.
+/// The process takes no more memory than before, whatever the count promises.
 class CountCase : public testing::TestWithParam<std::uint64_t> {};
 
 TEST_P(CountCase, TakesNoMemoryAhead) {
@@ -370,6 +374,29 @@ TEST_F(HostileArchive, AStoreThatFailsIsTold) {
       CFileException);
   ar.Abort();
   CheckSound(*m_pData, m_sImage);
+}
+
+// An image replaces what a full facade holds; the objects that hold it stay.
+TEST_F(HostileArchive, AnImageReplacesWhatIsThere) {
+  CPC_BD_OutClsGet& data = *m_pData;
+  const CVRXoutPackageArray* const pPackages = data.m_pPackageArray;
+  const CVRXoutRufStackup* const pStackup = data.m_pStackup;
+  const CVRXoutRufBoardSpec* const pSpec = data.m_pBoardSpec;
+  CPC_BD_OutClsGet empty;
+  EXPECT_NE(Show(data), Show(empty));
+  EXPECT_EQ(LoadImage(data, Image(empty)), 0u);
+  EXPECT_EQ(Show(data), Show(empty));
+  EXPECT_EQ(data.m_pPackageArray, pPackages);
+  EXPECT_EQ(data.m_pStackup, pStackup);
+  EXPECT_EQ(data.m_pBoardSpec, pSpec);
+}
+
+// Four bytes make a record of an array whose elements have a version that is not known.
+TEST(ArchiveRecords, OfAnUnknownVersionStayEmpty) {
+  CVRXoutRufRuleBoardArray loaded;
+  EXPECT_EQ(LoadImage(loaded, Bytes().Array(100000).Raw(std::string(400000, '\0')).Str()), 0u);
+  EXPECT_EQ(loaded.GetSize(), 100000);
+  EXPECT_EQ(Show(*loaded.GetLastElement()), "{,}");
 }
 
 }  // namespace

@@ -28,9 +28,11 @@ TEST(PackageFile, EveryLineInEveryBlock) {
       {"unit in a mount form", "(package A\n(mountForm m\n(unit inch)\n)\n)\n", "[{1,,A,[{m,,,}]}]", "inch"},
       {"unit quoted", "(unit \"m m\")\n", "[]", "m m"},
       {"the last unit counts", "(unit mm)\n(unit inch)\n", "[]", "inch"},
+      {"unit quoted with a bracket", "(unit \"m)\")\n", "[]", "m"},
       // (package: any depth, nothing trimmed
       {"name quoted", "(package \"A B\"\n)\n", "[{1,,A B,[]}]"},
       {"name unquoted with a bracket", "(package A)\n)\n", "[{1,,A),[]}]"},
+      {"name quoted with a bracket", "(package \"P(1)\"\n)\n", "[{1,,P(1),[]}]"},
       {"no name", "(package\n)\n", "[{1,,,[]}]"},
       {"empty name", "(package \"\"\n)\n", "[{1,,,[]}]"},
       {"package in a package", "(package A\n(package B\n)\n", "[{1,,B,[]}]"},
@@ -48,6 +50,7 @@ TEST(PackageFile, EveryLineInEveryBlock) {
       {"two brackets are another keyword", "(package A\n))\n", "[]"},
       {"a second closing does nothing", "(package A\n)\n)\n", "[{1,,A,[]}]"},
       {"never closed", "(package A\n(mountForm m\n)\n", "[]"},
+      {"the last one never closed", "(package A\n)\n(package B\n(type T)\n", "[{1,,A,[]}]"},
       // (uver
       {"uver", "(package A\n(uver 7)\n)\n", "[{7,,A,[]}]"},
       {"uver with blanks", "(package A\n(uver 7 )\n)\n", "[{7,,A,[]}]"},
@@ -57,9 +60,13 @@ TEST(PackageFile, EveryLineInEveryBlock) {
       {"uver in a mount form", "(package A\n(mountForm m\n(uver 7)\n)\n)\n", "[{7,,A,[{m,,,}]}]"},
       {"uver behind a package", "(package A\n)\n(uver 7)\n", "[{7,,A,[]}]"},
       {"uver quoted", "(package A\n(uver \"7\")\n)\n", "[{7,,A,[]}]"},
+      {"uver negative", "(package A\n(uver -3)\n)\n", "[{-3,,A,[]}]"},
+      {"uver of more than 32 bits", "(package A\n(uver 4294967297)\n)\n", "[{1,,A,[]}]"},
+      {"uver of more than 64 bits", "(package A\n(uver 99999999999999999999)\n)\n", "[{-1,,A,[]}]"},
       // (type
       {"type", "(package A\n(type SMD)\n)\n", "[{1,SMD,A,[]}]"},
       {"type with brackets", "(package A\n(type SMD)))\n)\n", "[{1,SMD,A,[]}]"},
+      {"type quoted with a bracket", "(package A\n(type \"SMD(1)\")\n)\n", "[{1,SMD(1,A,[]}]"},
       {"type without a value", "(package A\n(type\n)\n", "[{1,,A,[]}]"},
       {"type before a package", "(type SMD)\n(package A\n)\n", "[{1,,A,[]}]"},
       {"type in a mount form", "(package A\n(mountForm m\n(type SMD)\n)\n)\n", "[{1,SMD,A,[{m,,,}]}]"},
@@ -67,6 +74,8 @@ TEST(PackageFile, EveryLineInEveryBlock) {
       // (mountForm
       {"mount form", "(package A\n(mountForm m\n)\n)\n", "[{1,,A,[{m,,,}]}]"},
       {"mount form with a bracket", "(package A\n(mountForm m)\n)\n)\n", "[{1,,A,[{m,,,}]}]"},
+      {"mount form quoted with a bracket", "(package A\n(mountForm \"m(1)\"\n)\n)\n", "[{1,,A,[{m(1,,,}]}]"},
+      {"mount form quoted with a blank", "(package A\n(mountForm \"a b\"\n)\n)\n", "[{1,,A,[{a b,,,}]}]"},
       {"mount form without a name", "(package A\n(mountForm\n)\n)\n", "[{1,,A,[{,,,}]}]"},
       {"several mount forms", "(package A\n(mountForm m\n)\n(mountForm n\n)\n)\n", "[{1,,A,[{m,,,},{n,,,}]}]"},
       {"mount form before a package: its bracket closes nothing", "(mountForm m\n)\n(package A\n)\n", "[{1,,A,[]}]"},
@@ -81,6 +90,8 @@ TEST(PackageFile, EveryLineInEveryBlock) {
       // (footprintRef, (bottomFootprint
       {"footprint", "(package A\n(mountForm m\n(footprintRef \"F G\")\n)\n)\n", "[{1,,A,[{m,,,F G}]}]"},
       {"footprint unquoted", "(package A\n(mountForm m\n(footprintRef F))\n)\n)\n", "[{1,,A,[{m,,,F}]}]"},
+      {"footprint quoted with a bracket", "(package A\n(mountForm m\n(footprintRef \"F(1)\")\n)\n)\n",
+       "[{1,,A,[{m,,,F(1}]}]"},
       {"footprint without a value", "(package A\n(mountForm m\n(footprintRef F)\n(footprintRef\n)\n)\n",
        "[{1,,A,[{m,,,}]}]"},
       {"footprint without a mount form", "(package A\n(footprintRef F)\n)\n", "[{1,,A,[]}]"},
@@ -89,6 +100,8 @@ TEST(PackageFile, EveryLineInEveryBlock) {
        "(package A\n(mountForm m\n(mountForm n\n(footprintRef F)\n)\n)\n(package B\n(mountForm o\n)\n)\n",
        "[{1,,B,[{o,,,}]}]"},
       {"bottom footprint", "(package A\n(mountForm m\n(bottomFootprint \"B C\")\n)\n)\n", "[{1,,A,[{m,,B C,}]}]"},
+      {"bottom footprint quoted with a bracket", "(package A\n(mountForm m\n(bottomFootprint \"B(1)\")\n)\n)\n",
+       "[{1,,A,[{m,,B(1,}]}]"},
       {"bottom footprint without a value", "(package A\n(mountForm m\n(bottomFootprint B)\n(bottomFootprint\n)\n)\n",
        "[{1,,A,[{m,,,}]}]"},
       {"bottom footprint without a mount form", "(package A\n(bottomFootprint F)\n)\n", "[{1,,A,[]}]"},
@@ -96,6 +109,8 @@ TEST(PackageFile, EveryLineInEveryBlock) {
       {"spec", "(package A\n(mountForm m\n(spec \"reflow\")\n)\n)\n", "[{1,,A,[{m,reflow,,}]}]"},
       {"spec unquoted", "(package A\n(mountForm m\n(spec reflow))\n)\n)\n", "[{1,,A,[{m,reflow,,}]}]"},
       {"spec empty", "(package A\n(mountForm m\n(spec \"\")\n)\n)\n", "[{1,,A,[{m,default,,}]}]"},
+      {"spec quoted with a bracket", "(package A\n(mountForm m\n(spec \"s(1)\")\n)\n)\n", "[{1,,A,[{m,s(1,,}]}]"},
+      {"spec of a quoted bracket", "(package A\n(mountForm m\n(spec \")\")\n)\n)\n", "[{1,,A,[{m,default,,}]}]"},
       {"spec of brackets", "(package A\n(mountForm m\n(spec )))\n)\n)\n", "[{1,,A,[{m,default,,}]}]"},
       {"spec without a value", "(package A\n(mountForm m\n(spec\n)\n)\n", "[{1,,A,[{m,default,,}]}]"},
       {"spec outside a mount form", "(package A\n(spec \"s\")\n)\n", "[{1,,A,[]}]"},
@@ -171,6 +186,13 @@ TEST(PackageWriter, WritesEachForm) {
        "(mountForm\n(footprintRef \"\")\n(spec \"\")\n)\n)\n"},
       {"percent signs stay as they are", "(package \"100%d\"\n(type %s)\n)\n",
        "(package \"100%d\"\n(type %s)\n(uver 1)\n)\n"},
+      {"user-defined in other spelling", "(package \"P\"\n(type User-Defined)\n)\n",
+       "(package \"P\"\n(type User-Defined)\n(uver 1)\n)\n"},
+      {"user-defined and a blank", "(package \"P\"\n(type \"user-defined \")\n)\n",
+       "(package \"P\"\n(type user-defined )\n(uver 1)\n)\n"},
+      {"mount forms without names", "(package \"P\"\n(uver -3)\n(mountForm\n)\n(mountForm\n)\n)\n",
+       "(package \"P\"\n(type )\n(uver -3)\n(mountForm \n(footprintRef \"\")\n(spec \"\")\n)\n"
+       "(mountForm\n(footprintRef \"\")\n(spec \"\")\n)\n)\n"},
       {"a NUL ends the text", "(package \"A\0B\"\n)\n"sv, "(package \"A\"\n(type )\n(uver 1)\n)\n"},
   };
   for (const WriterCase& c : kCases) {
@@ -188,6 +210,8 @@ TEST(PackageWriter, MountFormByItsIndex) {
   EXPECT_EQ(StreamText([&](FILE* fp) { return form.nPrint2File(fp, 0); }),
             "(mountForm default\n(footprintRef \"\")\n(spec \"s\")\n)\n");
   EXPECT_EQ(StreamText([&](FILE* fp) { return form.nPrint2File(fp, 1); }),
+            "(mountForm\n(footprintRef \"\")\n(spec \"s\")\n)\n");
+  EXPECT_EQ(StreamText([&](FILE* fp) { return form.nPrint2File(fp, 2); }),
             "(mountForm\n(footprintRef \"\")\n(spec \"s\")\n)\n");
   EXPECT_THROW(form.nPrint2File(nullptr, 0), CInvalidArgException);
 }
@@ -208,6 +232,46 @@ TEST(PackageWriter, DiffersFromTheReader) {
   EXPECT_EQ(Show(*pData->m_pPackageArray), "[{1,user-defined,P,[{m,,,},{n,s,,}]}]");
   const auto pAgain = Loaded(Kind::package, Written(*pData->m_pPackageArray->GetAt(0)));
   EXPECT_EQ(Show(*pAgain->m_pPackageArray), "[{1,UNDEF,P,[{m,default,,},{,s,,}]}]");
+  // Type and name of a mount form are written without quotes.
+  const auto pBlanks = Loaded(Kind::package, "(package \"P\"\n(type \"a b\")\n(mountForm \"c d\"\n)\n)\n");
+  EXPECT_EQ(Show(*pBlanks->m_pPackageArray), "[{1,a b,P,[{c d,,,}]}]");
+  const auto pCut = Loaded(Kind::package, Written(*pBlanks->m_pPackageArray->GetAt(0)));
+  EXPECT_EQ(Show(*pCut->m_pPackageArray), "[{1,a,P,[{c,default,,}]}]");
+}
+
+TEST(Package, KeepsTheMountFormsOfAFile) {
+  const auto pData = Loaded(Kind::package,
+                            "(package P\n(mountForm m\n(footprintRef F)\n(bottomFootprint B)\n(spec s)\n)\n"
+                            "(mountForm n\n(spec s)\n)\n)\n");
+  CVRXoutPackage& package = *pData->m_pPackageArray->GetAt(0);
+  EXPECT_EQ(package.pGetOutPackageMountFormWithSolderSpec("s"), package.m_pMountFormArray->GetAt(0));
+  package.vFindSpecWithNameAndNoneCaseRegister("s");
+  package.vFindSpecWithNameAndNoneCaseRegister("flow");
+  EXPECT_EQ(Show(*package.m_pMountFormArray), "[{m,s,B,F},{n,s,,},{default,flow,,}]");
+}
+
+TEST(Package, NeedsItsMountForms) {
+  CVRXoutPackage package;
+  delete std::exchange(package.m_pMountFormArray, nullptr);
+  EXPECT_THROW(package.pGetOutPackageMountFormWithSolderSpec("s"), CInvalidArgException);
+  EXPECT_THROW(package.vFindSpecWithNameAndNoneCaseRegister("s"), CInvalidArgException);
+  // Nothing is written of it.
+  std::string s;
+  {
+    laminate::TextOut out(s);
+    EXPECT_THROW(package.Write(out), CInvalidArgException);
+  }
+  EXPECT_EQ(s, "");
+}
+
+TEST(PackageFile, EachLoadStartsOutside) {
+  CPC_BD_OutClsGet data;
+  Load(data, Kind::package, "(unit mm)\n(package A\n(mountForm m\n");
+  Load(data, Kind::package, "(type T)\n(footprintRef F)\n)\n)\n(package B\n)\n");
+  EXPECT_EQ(Show(*data.m_pPackageArray), "[{1,,B,[]}]");
+  EXPECT_EQ(data.m_sUnit, "mm");
+  Load(data, Kind::package, "(unit inch)\n");
+  EXPECT_EQ(data.m_sUnit, "inch");
 }
 
 }  // namespace

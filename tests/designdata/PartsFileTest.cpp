@@ -55,6 +55,7 @@ TEST(PartsFile, KeywordsThatCountEverywhere) {
       {"pin assign without a name", "(pinAssign\n)\n", "pinAssigns [{1,,[],[],[]}]"},
       {"function without a name", "(function\n)\n", "functions [{1,,[],[]}]"},
       {"keywords not whole", "(parts A\n(pinAssigns Q\n(functions F\n(footprintRefs F\n", ""},
+      {"keywords of other case", "(Part A\n(PINASSIGN Q\n(Function F\n(footprintref F\n", ""},
       {"keywords not first", "x (part A\n", ""},
   };
   for (const Case& c : kCases) Check(c);
@@ -80,19 +81,27 @@ TEST(PartsFile, APart) {
       {"pin assign without a value", "(part A\n(pinAssignRef P\n(pinAssignRef\n)\n", "parts [{A,,,,,,[],[],[],[]}]"},
       {"class", "(part A\n(partClass IC)\n)\n", "parts [{A,,,,IC,,[],[],[],[]}]"},
       {"class quoted", "(part A\n(partClass \"IC)\")\n)\n", "parts [{A,,,,IC,,[],[],[],[]}]"},
+      {"class with a bracket inside", "(part A\n(partClass I)C))\n)\n", "parts [{A,,,,I)C,,[],[],[],[]}]"},
       {"class without a value", "(part A\n(partClass IC)\n(partClass\n)\n", "parts [{A,,,,,,[],[],[],[]}]"},
       {"property", "(part A\n(property \"k k\" \"v v\")\n)\n", "parts [{A,,,,,,[k k=v v],[],[],[]}]"},
       {"property unquoted keeps its bracket", "(part A\n(property k v)\n)\n", "parts [{A,,,,,,[k=v)],[],[],[]}]"},
+      {"property in brackets", "(part A\n(property \"k\" \"(v)\")\n)\n", "parts [{A,,,,,,[k=(v)],[],[],[]}]"},
       {"property without a value", "(part A\n(property k\n)\n", "parts [{A,,,,,,[k=],[],[],[]}]"},
       {"property without anything", "(part A\n(property\n)\n", "parts [{A,,,,,,[=],[],[],[]}]"},
       {"stock info in a line", "(part A\n(stockInfo \"S\" (default))\n(partClass IC)\n)\n",
        "parts [{A,,,,IC,,[],[],[],[]}]"},
       {"stock info in a line with a blank behind opens a block",
        "(part A\n(stockInfo S) \n(partClass IC)\n)\n(partClass C)\n", "parts [{A,,,,C,,[],[],[],[]}]"},
+      {"stock info in a line that ends in a quoted bracket opens a block",
+       "(part A\n(stockInfo \"S)\"\n(partClass C)\n)\n(partClass D)\n", "parts [{A,,,,D,,[],[],[],[]}]"},
+      {"stock info of one bracket too few is a line", "(part A\n(stockInfo (a)\n(partClass C)\n",
+       "parts [{A,,,,C,,[],[],[],[]}]"},
       {"stock block", "(part A\n(stockInfo S\n(property \"k\" \"v\")\nx y\n(packageRef P\n)\n(partClass IC)\n)\n",
        "parts [{A,,,,IC,,[],[k=v],[],[]}]"},
       {"stock property without a value", "(part A\n(stockInfo\n(property\n)\n)\n", "parts [{A,,,,,,[],[=],[],[]}]"},
       {"closed", "(part A\n)\n(partClass IC)\n", "parts [{A,,,,,,[],[],[],[]}]"},
+      {"closed with text behind", "(part A\n) x\n(partClass C\n", "parts [{A,,,,,,[],[],[],[]}]"},
+      {"not closed by a bracket on its opening line", "(part A)\n(partClass C\n", "parts [{A),,,,C,,[],[],[],[]}]"},
       {"interface", "(part A\n(interface\n)\n(partClass IC)\n)\n", "parts [{A,,,,IC,,[],[],[],[]}]"},
       {"two interfaces", "(part A\n(interface\n(port 1\n)\n(interface\n(port 2\n)\n)\n",
        "parts [{A,,,,,,[],[],[{1,,,0},{2,,,0}],[]}]"},
@@ -113,6 +122,15 @@ TEST(PartsFile, EveryOtherLineOfAPartIsAProperty) {
       {"keyword in quotes", "(part A\n\"(k k\" v\n)\n", "parts [{A,,,,,,[k k=v],[],[],[]}]"},
       {"a port is no port here", "(part A\n(port 1)\n)\n", "parts [{A,,,,,,[port=1],[],[],[]}]"},
       {"two brackets are a keyword", "(part A\n))\n)\n", "parts [{A,,,,,,[))=],[],[],[]}]"},
+      {"only closing brackets go from a value", "(part A\n(k (a))\n)\n", "parts [{A,,,,,,[k=(a],[],[],[]}]"},
+      {"those of a quoted value too", "(part A\n(k \"v)w)\")\n)\n", "parts [{A,,,,,,[k=vw],[],[],[]}]"},
+      {"only opening brackets go from a keyword", "(part A\n(k)\n)\n", "parts [{A,,,,,,[k)=],[],[],[]}]"},
+      {"a bracket alone", "(part A\n( k v)\n)\n", "parts [{A,,,,,,[=k],[],[],[]}]"},
+      {"an empty keyword", "(part A\n\"\" x\n)\n", "parts [{A,,,,,,[=x],[],[],[]}]"},
+      {"one value only", "(part A\n(k v w)\n)\n", "parts [{A,,,,,,[k=v],[],[],[]}]"},
+      {"an interface in a line", "(part A\n(interface)\n(port 1\n)\n",
+       "parts [{A,,,,,,[interface)=,port=1],[],[],[]}]"},
+      {"a keyword of other case", "(part A\n(partclass C)\n)\n", "parts [{A,,,,,,[partclass=C],[],[],[]}]"},
       {"blocks of other records", "(part A\n(internal x\n(funcInst y\n)\n",
        "parts [{A,,,,,,[internal=x,funcInst=y],[],[],[]}]"},
   };
@@ -132,6 +150,15 @@ TEST(PartsFile, PortsOfAPart) {
        "parts [{A,,,,,,[],[],[{1,,N,0}],[]}]"},
       {"neither", "(part A\n(interface\n(port \"1\" (symbPinId 2))\n)\n)\n", "parts [{A,,,,,,[],[],[{1,,,0}],[]}]"},
       {"no number", "(part A\n(interface\n(port\n)\n)\n", "parts [{A,,,,,,[],[],[{,,,0}],[]}]"},
+      {"a name and another word", "(part A\n(interface\n(port \"1\" (symbPinId 2) (portName \"N\") (kind IN))\n)\n)\n",
+       "parts [{A,,,,,,[],[],[{1,,N,0}],[]}]"},
+      {"other words", "(part A\n(interface\n(port \"1\" (symbPinId 2) (name \"N\") (kind IN))\n)\n)\n",
+       "parts [{A,,,,,,[],[],[{1,,,0}],[]}]"},
+      {"the type in front of the name",
+       "(part A\n(interface\n(port \"1\" (symbPinId 2) (portType IN) (portName \"N\"))\n)\n)\n",
+       "parts [{A,,,,,,[],[],[{1,,IN),0}],[]}]"},
+      {"brackets inside the type stay", "(part A\n(interface\n(port 1 a 2 portType A)B))\n)\n)\n",
+       "parts [{A,,,,,,[],[],[{1,A)B,,0}],[]}]"},
       {"the words may stand anywhere", "(part A\n(interface\n(port \"portName\" b c d N f g TportType)\n)\n)\n",
        "parts [{A,,,,,,[],[],[{portName,TportType,N,0}],[]}]"},
       {"type quoted", "(part A\n(interface\n(port \"1\" (symbPinId 2) (portType \"IN)\" ))\n)\n)\n",
@@ -180,6 +207,12 @@ TEST(PartsFile, AGate) {
        "parts [{A,,,,,,[],[],[],[{G,[3],[]}]}]"},
       {"several gates", "(part A\n(gateDef a G\nx y 1\n)\n(gateDef a H\nx y 2\n)\n(partClass C)\n)\n",
        "parts [{A,,,,C,,[],[],[],[{G,[1],[]},{H,[2],[]}]}]"},
+      {"terminal that ends in quoted brackets opens a block",
+       "(part A\n(gateDef a G\n(gateTermDef \"1))\"\nx y 2\n)\nx y 3\n)\n)\n",
+       "parts [{A,,,,,,[],[],[],[{G,[3],[]}]}]"},
+      {"not closed by the brackets on its opening line",
+       "(part A\n(gateDef (gateName \"G\"))\n(packageRef a P\n)\n(packageRef Q\n)\n",
+       "parts [{A,,,,,Q,[],[],[],[{G,[P],[]}]}]"},
       {"blocks of a part mean nothing inside", "(part A\n(gateDef a G\n(interface a b\n(gateDef a c\n)\n)\n",
        "parts [{A,,,,,,[],[],[],[{G,[b,c],[]}]}]"},
   };
@@ -213,6 +246,11 @@ TEST(PartsFile, APinAssign) {
        "pinAssigns [{1,Q,[{F,[{2,1}]},{G,[{4,3}]}],[],[]}]"},
       {"all else in an internal block is skipped",
        "(pinAssign Q\n(internal\n(port 1\n(property k v\nx\n)\n(property k v\n", "pinAssigns [{1,Q,[],[],[k=v]}]"},
+      {"two brackets close no interface", "(pinAssign Q\n(interface\n))\n(port 1\n",
+       "pinAssigns [{1,Q,[],[{,,0,1}],[]}]"},
+      {"an instance is not closed by the brackets on its opening line",
+       "(pinAssign Q\n(internal\n(funcInst (functionRef \"F\"))\n(port 1 m 2\n)\n)\n(property k v\n",
+       "pinAssigns [{1,Q,[{F,[{2,1}]}],[],[k=v]}]"},
       {"all else in an instance is skipped",
        "(pinAssign Q\n(internal\n(funcInst a F\n(property k v\n(funcInst b G\nx\n)\n)\n(property a b\n",
        "pinAssigns [{1,Q,[{F,[]}],[],[a=b]}]"},
@@ -246,6 +284,83 @@ TEST(PartsFile, DefaultsOfRecords) {
   EXPECT_EQ(Show(CVRXoutPrfPinAssignPort()), "{,,-1,}");
   EXPECT_EQ(Show(CVRXoutPrfPinAssignFuncInst()), "{,[]}");
   EXPECT_EQ(Show(CVRXoutPrfPinAssignFuncInstPort()), "{,}");
+}
+
+// Each block with a line that means something in it, and what stands there while it is open.
+struct Block {
+  const char* opening;
+  const char* line;
+  std::string_view where;
+  std::string_view notClosed;
+};
+constexpr Block kBlocks[] = {
+    {"(part A\n", "(partClass C\n", "", "part \"A\""},
+    {"(part A\n(interface\n", "(port 1\n", "inside a part's interface", "interface of part \"A\""},
+    {"(part A\n(gateDef a G\n", "x y 1\n", "", "gate of part \"A\""},
+    {"(part A\n(gateDef a G\n(gateTermDef x\n", ")\nx y 1\n", "inside a gate terminal", "gate terminal of part \"A\""},
+    {"(part A\n(stockInfo x\n", "(property k v\n", "inside a stock block", "stock block of part \"A\""},
+    {"(pinAssign A\n", "(property k v\n", "inside a pin assign", "pin assign \"A\""},
+    {"(pinAssign A\n(interface\n", "(port 1\n", "inside a pin assign's interface", "interface of pin assign \"A\""},
+    {"(pinAssign A\n(internal\n", "(funcInst a F\n", "inside an internal block", "internal block of pin assign \"A\""},
+    {"(pinAssign A\n(internal\n(funcInst a F\n", "(port 1 m 2\n", "inside a function instance",
+     "function instance of pin assign \"A\""},
+    {"(function A\n", "(port 1\n", "inside a function", "function \"A\""},
+};
+
+TEST(PartsFile, NewRecordsAndFootprintsCountInEveryBlock) {
+  for (const Block& block : kBlocks) {
+    SCOPED_TRACE(block.opening);
+    const std::string before = "(part X\n)\n" + std::string(block.opening);
+    const auto pPart = Loaded(Kind::parts, before + "(part NEW\n(packageRef P\n");
+    EXPECT_EQ(Show(*pPart->m_pPrfPartArray->GetLastElement()), "{NEW,,,,,P,[],[],[],[]}");
+    const auto pPinAssign = Loaded(Kind::parts, before + "(pinAssign NEW\n(property k v\n");
+    EXPECT_EQ(Show(*pPinAssign->m_pPrfPinAssignArray->GetLastElement()), "{1,NEW,[],[],[k=v]}");
+    const auto pFunction = Loaded(Kind::parts, before + "(function NEW\n(port 1\n");
+    EXPECT_EQ(Show(*pFunction->m_pPrfFunctionArray->GetLastElement()), "{1,NEW,[],[{,0,1}]}");
+    // A footprint goes to the last part, and the block goes on.
+    const std::string without = ShowAll(*Loaded(Kind::parts, before + block.line));
+    EXPECT_NE(ShowAll(*Loaded(Kind::parts, before)), without);
+    const auto pData = Loaded(Kind::parts, before + "(footprintRef F\n" + block.line);
+    CVRXoutPrfPart& part = *pData->m_pPrfPartArray->GetLastElement();
+    EXPECT_EQ(part.m_sFootprintRef, "F");
+    part.m_sFootprintRef.Empty();
+    EXPECT_EQ(ShowAll(*pData), without);
+  }
+}
+
+TEST(PartsFile, PortsHaveAWholeKeyword) {
+  for (const Block& block : kBlocks) {
+    if (std::string_view(block.line).substr(0, 5) != "(port") continue;
+    const std::string empty = ShowAll(*Loaded(Kind::parts, block.opening));
+    for (const char* sz : {"(ports 1\n", "(port) 1\n", "(Port 1\n", "x (port 1\n"}) {
+      EXPECT_EQ(ShowAll(*Loaded(Kind::parts, std::string(block.opening) + sz)), empty) << block.opening << sz;
+    }
+  }
+}
+
+TEST(PartsFile, EachLoadStartsOutside) {
+  CPC_BD_OutClsGet data;
+  Load(data, Kind::parts, "(part A\n(interface\n(property k\n");
+  Load(data, Kind::parts, "(footprintRef F\n(packageRef P\n(port 1\n(part B\n(interface\n)\n(partClass C\n");
+  EXPECT_EQ(ShowAll(data), "parts [{A,,,,,,[],[],[],[]},{B,,,,C,,[],[],[],[]}]");
+}
+
+TEST(PartsFile, RemarksNameTheBlock) {
+  for (const Block& block : kBlocks) {
+    SCOPED_TRACE(block.opening);
+    const bool bTakesAll = block.where.empty();
+    const std::string opening = block.opening;
+    const auto nLine = std::to_string(std::count(opening.begin(), opening.end(), '\n') + 1);
+    const std::string closing =
+        "file:1:3: warning: " + std::string(block.notClosed) + " is not closed: what was read of it is kept";
+    std::vector<std::string> expected;
+    if (!bTakesAll) {
+      expected.push_back("file:" + nLine + ":2: note: \"@\" means nothing " + std::string(block.where) +
+                         ": the line is skipped");
+    }
+    expected.push_back(closing);
+    EXPECT_EQ(RemarksOf(Kind::parts, "  " + opening + " @\n"), expected);
+  }
 }
 
 }  // namespace

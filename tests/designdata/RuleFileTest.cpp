@@ -1,3 +1,7 @@
+#include <algorithm>
+
+#include "base/HostInterface.h"
+#include "base/LocaleScope.h"
 #include "designdata/DesignDataTestSupport.h"
 
 namespace {
@@ -73,6 +77,8 @@ TEST(RuleFile, Frame) {
       {"(design d (boardSpec (defaultGrid (a b))) (boardSpec (defaultGrid (c d))) (assign (comp A)) (assign (comp B)))",
        "grids [{a,b},{c,d}] comps [{A,[],[]},{B,[],[]}]"},
       {"(DESIGN d (rule (padstack N)))", ""},
+      // In file order, whatever the keywords.
+      {"(design d (assign (comp C)) (rule (layer)) (boardSpec (defaultGrid (a b))))", "!comps [{C,[],[]}]"},
       {"(design d (Rule (padstack N)) (boardspec (defaultGrid (a b))))", ""},
   };
   Check("", "\n", kCases);
@@ -122,6 +128,17 @@ TEST(RuleFile, BoardSpec) {
       {"(patternWidth (w 0.5 (n W1)) (w 1 (n)))", "!widths [{W1,0.5}]"},
       {"(patternWidth (w 0.5 (n W1)) (w 1))", "!widths [{W1,0.5}]"},
       // gridDef
+      {"(patternWidth (w -1.5x 7 (n W)))", "widths [{W,-1.5}]"},
+      // in file order, each of several
+      {"(gridDef G) (drillingRule (a)) (defaultGrid (a b))", "!gridDefs [{G,0,0,0,0}]"},
+      {"(bareBoard (conductor 1) (baseMaterial A)) (gridDef G) (bareBoard (dielectric 2)) (defaultGrid (a b))"
+       " (drillingRule (r 1 2)) (defaultGrid (c d)) (drillingRule (s 3 4)) (patternWidth (w 1 (n A)))"
+       " (patternWidth (w 2 (n B))) (gridDef H)",
+       "layers [{conductor,,,1,1,0,0,0,0,,0},{dielectric,,,2,1,0,0,0,0,,0}] base A grids [{a,b},{c,d}]"
+       " drills [{r,1,2},{s,3,4}] widths [{A,1},{B,2}] gridDefs [{G,0,0,0,0},{H,0,0,0,0}]"},
+      // gridDef
+      {"(gridDef G H (pitch 0.5 1.25x 9) (pt -0.5 x))", "gridDefs [{G,0.5,1.25,-0.5,0}]"},
+      {"(gridDef G (pitch 1 2) (pitch 0.5 3))", "gridDefs [{G,0.5,3,0,0}]"},
       {"(gridDef G (pitch 1 2) (pt 3 4))", "gridDefs [{G,1,2,3,4}]"},
       {"(gridDef G)", "gridDefs [{G,0,0,0,0}]"},
       {"(gridDef G (x 1) (pt 3 4) (pt 5 6))", "gridDefs [{G,0,0,5,6}]"},
@@ -157,6 +174,17 @@ TEST(RuleFile, StackUp) {
       {"(conductor 1 (place TOP))", "layers [{conductor,,,1,1,0,0,0,0,TOP,0}]"},
       {"(conductor 1 (place))", "!"},
       // propertyS: the second value decides
+      {"(conductor 1 (place A) (place B C))", "layers [{conductor,,,1,1,0,0,0,0,B,0}]"},
+      // both kinds take all
+      {"(dielectric 1 (material \"F R\") (place X) (propertyS u POWER))",
+       "layers [{dielectric,F_R,POWER,1,1,0,0,0,0,X,0}]"},
+      {"(conductor 1 (dielectricConstant 2) (lossTangent 0.5) (resistivity 3))",
+       "layers [{conductor,,,1,1,0,3,2,0,,0.5}]"},
+      // propertyS: the second value decides
+      {"(conductor 1 (propertyS WIRE x))", "layers [{conductor,,,1,1,0,0,0,0,,0}]"},
+      {"(conductor 1 (propertyS u WIRE) (propertyS u GROUND))", "layers [{conductor,,GROUND,1,1,0,0,0,0,,0}]"},
+      {"(conductor 1 (propertyS u wire) (propertyS a b WIRE))", "layers [{conductor,,,1,1,0,0,0,0,,0}]"},
+      {"(conductor 1 (propertyS u POWER WIRE))", "layers [{conductor,,POWER,1,1,0,0,0,0,,0}]"},
       {"(conductor 1 (propertyS usage WIRE))", "layers [{conductor,,SIGNAL,1,1,0,0,0,0,,0}]"},
       {"(conductor 1 (propertyS usage GROUND))", "layers [{conductor,,GROUND,1,1,0,0,0,0,,0}]"},
       {"(conductor 1 (propertyS x POWER))", "layers [{conductor,,POWER,1,1,0,0,0,0,,0}]"},
@@ -184,6 +212,17 @@ TEST(RuleFile, StackUp) {
       {"(physical ABOVE (material \"\") (dielectricConstant 1e-7))",
        "layers [{Solder_Resist_Top,Solder_Resist_1e-07_0,,1,1,0,0,9.9999999999999995e-08,1,ABOVE,0}]"},
       {"(physical above (dielectricConstant 3.5))", "layers [{,Solder_Resist_3.5_0,,1,1,0,0,3.5,1,above,0}]"},
+      {"(physical X (dielectricConstant 4.125) (lossTangent 1234567))",
+       "layers [{,Solder_Resist_4.125_1.23457e+06,,1,1,0,0,4.125,1,X,1234567}]"},
+      {"(physical ABOVE (material \"FR 4\"))", "layers [{Solder_Resist_Top,FR_4,,1,1,0,0,0,1,ABOVE,0}]"},
+      {"(physical X (material A B) (material C D))", "layers [{,A_BC_D,,1,1,0,0,0,1,X,0}]"},
+      {"(physical X (material A) (material \"\"))", "layers [{,Solder_Resist_0_0,,1,1,0,0,0,1,X,0}]"},
+      {"(physical X (material))", "layers [{,Solder_Resist_0_0,,1,1,0,0,0,1,X,0}]"},
+      {"(physical X (material \"\" \"\"))", "layers [{,_,,1,1,0,0,0,1,X,0}]"},
+      {"(physical X (material \"F  R\tx\"))", "layers [{,F__R\tx,,1,1,0,0,0,1,X,0}]"},
+      {"(physical ABOVE BELOW)", "layers [{Solder_Resist_Top,Solder_Resist_0_0,,1,1,0,0,0,1,ABOVE,0}]"},
+      {"(physical 7)", "layers [{,Solder_Resist_0_0,,1,1,0,0,0,1,7,0}]"},
+      {"(baseMaterial B) (conductor) (dielectric 1)", "! base B"},
       {"(physical X (thickness 1) (resistivity 2) (place TOP) (propertyS usage WIRE))",
        "layers [{,Solder_Resist_0_0,,1,1,1,2,0,1,X,0}]"},
       {"(physical X (place) (propertyS))", "layers [{,Solder_Resist_0_0,,1,1,0,0,0,1,X,0}]"},
@@ -224,6 +263,15 @@ TEST(RuleFile, Clearances) {
               section.sameNet ? "rules [{" + k + ",sameNetClearance,A,B,0.5," + name + "}]" : "");
     EXPECT_EQ(read("(clearance x (element \"A 1\" \"\"))"), "rules [{" + k + ",clearance,A 1,,0," + name + "}]");
     // Missing values and forms.
+    const std::string more =
+        "{" + k + ",clearance,C,D,2," + name + "},{" + k + ",sameNetClearance,E,F,3," + name + "}]";
+    if (section.sameNet) {
+      EXPECT_EQ(
+          read("(sameNetClearance 1 (element A B)) (clearance 2 (element C D)) (sameNetClearance 3 (element E F))"),
+          "rules [{" + k + ",sameNetClearance,A,B,1," + name + "}," + more);
+    }
+    EXPECT_EQ(read("(clearance 0.5 9 (element A B C))"), ab);
+    // Missing values and forms.
     EXPECT_EQ(read("(clearance 0.5 (element A B)) (clearance (element A B))"), "!" + ab);
     EXPECT_EQ(read("(clearance 0.5 (element A B)) (clearance 1 (element A))"), "!" + ab);
     EXPECT_EQ(read("(clearance 0.5 (element A B)) (clearance 1 (element))"), "!" + ab);
@@ -248,6 +296,9 @@ TEST(RuleFile, ClearancesAreReadFromTheirPairFirst) {
   EXPECT_THAT(text("(clearance\n(element A))"), testing::StartsWith("3: "));
   EXPECT_THAT(text("(clearance\n(element))"), testing::StartsWith("3: "));
   EXPECT_THAT(text("(clearance\n(element A B))"), testing::StartsWith("2: "));
+  EXPECT_EQ(text("(clearance 1 (element))"), "2: \"element\" has no value 1");
+  EXPECT_EQ(text("(clearance 1 (element A))"), "2: \"element\" has no value 2");
+  EXPECT_EQ(text("(clearance (element A B))"), "2: \"clearance\" has no value 1");
 }
 
 TEST(RuleFile, TheNameOfADesignRuleIsReadWhenARuleIsMade) {
@@ -272,6 +323,13 @@ TEST(RuleFile, SolderResistRule) {
       {"(flow (clearance 1 (e A B)) (clearance 2 (e C D))) (flow (clearance 3 (e E F)))",
        "rules [{solderResistRule,clearanceFlow,A,B,1,},{solderResistRule,clearanceFlow,C,D,2,}]"},
       {"(flow (sameNetClearance 1 (e A B)))", ""},
+      {"(flow) (flow (clearance 3 (e E F)))", ""},
+      {"(reflow (clearance 1 (e A B))) (reflow (clearance 2 (e C D)))",
+       "rules [{solderResistRule,clearanceReflow,A,B,1,}]"},
+      {"(Flow (clearance 1 (e A B)))", ""},
+      {"(reflow (clearance 1))", "!"},
+      {"(reflow (clearance 2 (e A B)))) (solderResistRule (flow (clearance 1 (e C D)))",
+       "rules [{solderResistRule,clearanceReflow,A,B,2,},{solderResistRule,clearanceFlow,C,D,1,}]"},
       {"(clearance 1 (e A B))", ""},
       {"(flow (clearance 1))", "!"},
       {"(flow (clearance 1 (e A B))) (reflow (clearance (e A B)))", "!rules [{solderResistRule,clearanceFlow,A,B,1,}]"},
@@ -293,6 +351,17 @@ TEST(RuleFile, SectionsOfOneRule) {
       {"(defaultPadstack)", "!"},
       {"(layer 1 (direction HORIZONTAL))", "rules [{layer,1,HORIZONTAL,,0,}]"},
       {"(layer 1 (x y))", "rules [{layer,1,,,0,}]"},
+      // in file order, whatever the keywords
+      {"(layer 1) (holeRule (clearance 1 (e A B))) (padstack P) (placementRule (clearance 2 (element A B))) (layer 2)",
+       "rules "
+       "[{layer,1,,,0,},{holeRule,clearance,A,B,1,},{padstack,,,,0,P},{placementRule,clearance,A,B,2,},{layer,2,,,0,}"
+       "]"},
+      // further values
+      {"(padstack P Q)", "rules [{padstack,,,,0,P}]"},
+      {"(qualifiedPadstack P Q (from 1 2) (to 3 4))", "rules [{qualifiedPadstack,P,1,3,0,}]"},
+      {"(qualifiedPadstack \"\" (from \"\"))", "rules [{qualifiedPadstack,,,,0,}]"},
+      {"(layer 1 2 (direction H V))", "rules [{layer,1,H,,0,}]"},
+      {"(layer 1 (direction H) (direction V))", "rules [{layer,1,V,,0,}]"},
       {"(layer)", "!"},
       {"(layer 1 (direction))", "!"},
       {"(padstack P) (x) (Layer 1) (padstack Q)", "rules [{padstack,,,,0,P},{padstack,,,,0,Q}]"},
@@ -319,6 +388,8 @@ TEST(RuleFile, Nets) {
       {"(net N (pinList (funcTerm A)))", "!"},
       {"(net N (pinList (funcTerm)))", "!"},
       {"(net N (pinList))", "nets [{N,,[],[]}]"},
+      {"(net N (PinList (funcTerm A 1)) (assign (a 1)) (pinList A (FuncTerm A 1)))", "nets [{N,,[],[]}]"},
+      {"(net N (property \"\" \"\"))", "nets [{N,,[=],[]}]"},
       // Where a keyword holds both words it is a property.
       {"(net N (pinListproperty k v))", "nets [{N,,[k=v],[]}]"},
       {"(net N (x (property k v)))", "nets [{N,,[],[]}]"},
@@ -333,6 +404,8 @@ TEST(RuleFile, ElectricalNets) {
       {"(electricalNet)", "!"},
       {"(electricalNet E (x A B) (y) (z C))", "enets [{E,[A,B,C],0}]"},
       {"(electricalNet E (x A (y B)) C)", "enets [{E,[A],0}]"},
+      {"(electricalNet E F (x A))", "enets [{E,[A],0}]"},
+      {"(electricalNet E (x \"\" \"A B\"))", "enets [{E,[,A B],0}]"},
       {"(enetPair E)", "enets [{E,[],1}]"},
       {"(enetPair)", "!"},
       {"(enetPair E (electricalNetList (x A B) (y C)) (z D) (electricalNetList (v D)))", "enets [{E,[A,B,C,D],1}]"},
@@ -346,6 +419,7 @@ TEST(RuleFile, BoardSettings) {
   const Case kCases[] = {
       {"(board)", ""},
       {"(board (a 1 2) (b) (a \"\"))", "board [{a,1},{b,},{a,}]"},
+      {"(board (b (x 1)))", "board [{b,}]"},
   };
   Check("(design d (rule ", "))", kCases);
 }
@@ -357,6 +431,7 @@ TEST(RuleFile, RuleStacks) {
       {"(designRuleStack)", "!"},
       {"(designRuleStack S (layerNumber 1 (designRuleUnit D)) (x 2 (y E) (z F)))", "design [{S,[{D,1},{F,2}]}]"},
       {"(designRuleStack S (l x) (l 3))", "design [{S,[{,0},{,3}]}]"},
+      {"(designRuleStack S T (l 1 2 (y D E)))", "design [{S,[{D,1}]}]"},
       {"(designRuleStack S (l))", "!"},
       {"(designRuleStack S (l 1 (y E) (z)))", "!"},
       // A layer shows as {number,width,min,overlap,max wire,min wire}.
@@ -389,6 +464,11 @@ TEST(RuleFile, Components) {
       {"(comp C (property))", "!"},
       {"(comp C (assign (a 1 2) (b 3)) (assign (c 4)))", "comps [{C,[],[a=1,b=3,c=4]}]"},
       {"(comp C (assign (a)))", "!"},
+      {"(comp C D (assign (a 1 2)))", "comps [{C,[],[a=1]}]"},
+      {"(comp C (assign (property k v) (assign x)))", "comps [{C,[],[property=k,assign=x]}]"},
+      {"(comp C (assign a b))", "comps [{C,[],[]}]"},
+      {"(comp C (pinList (funcTerm A 1)) (Assign (a 1)))", "comps [{C,[],[]}]"},
+      {"(comp C (assign (a \"\")))", "comps [{C,[],[a=]}]"},
       {"(comp C (assigns (a 1)) (x (y 1)))", "comps [{C,[],[]}]"},
       {"(comp C (assignproperty k v))", "comps [{C,[k=v],[]}]"},
       {"(comp A) (comp C (assign (a)))", "!comps [{A,[],[]}]"},
@@ -430,6 +510,7 @@ TEST(RuleLookUp, Clearance) {
                             " (sameNetClearance 3 (element A B)) (clearance 4 (element C C)))))");
   CVRXoutRufRuleArray& rules = *pData->m_pRufRuleArray;
   rules.SetSize(rules.GetSize() + 1);
+  std::rotate(rules.begin(), rules.end() - 1, rules.end());  // a null slot in front
   EXPECT_EQ(rules.GetClearanceValue("A", "B", "clearance"), 1.0);
   EXPECT_EQ(rules.GetClearanceValue("A", "B", "sameNetClearance"), 3.0);
   EXPECT_EQ(rules.GetClearanceValue("B", "A", "clearance"), -1.0);
@@ -438,6 +519,15 @@ TEST(RuleLookUp, Clearance) {
   // A rule of another section is never found.
   const auto pOther = Loaded(Kind::rules, "(design d (rule (holeRule (clearance 9 (element A B)))))");
   EXPECT_EQ(pOther->m_pRufRuleArray->GetClearanceValue("A", "B", "clearance"), -1.0);
+  // What is found is given as it stands; of several units the first in the file.
+  const auto pValues =
+      Loaded(Kind::rules,
+             "(design d (rule (designRuleUnit U (clearance 0 (element Z Z)) (clearance -5 (element Y Y))"
+             " (clearance 1 (element A B))) (designRuleUnit V (clearance 2 (element A B)))))");
+  EXPECT_EQ(pValues->m_pRufRuleArray->GetClearanceValue("Z", "Z", "clearance"), 0.0);
+  EXPECT_EQ(pValues->m_pRufRuleArray->GetClearanceValue("Y", "Y", "clearance"), -5.0);
+  EXPECT_EQ(pValues->m_pRufRuleArray->GetClearanceValue("A", "B", "clearance"), 1.0);
+  EXPECT_EQ(pValues->m_pRufRuleArray->GetClearanceValue("a", "B", "clearance"), -1.0);
 }
 
 TEST(RuleLookUp, RulesOfAName) {
@@ -450,6 +540,7 @@ TEST(RuleLookUp, RulesOfAName) {
   CString sName = "U";
   CVRXoutRufRuleArrayArray holder;
   EXPECT_EQ(holder.Find(""), nullptr);
+  holder.SetSize(1);
   CVRXoutRufRuleArray& result = laminate::AppendOwned(holder, std::make_unique<CVRXoutRufRuleArray>());
   result.m_sName = "units";
   rules.GetDesignRuleUnit(sName, &result);
@@ -458,9 +549,13 @@ TEST(RuleLookUp, RulesOfAName) {
   EXPECT_EQ(result.GetAt(1), rules.GetAt(3));
   EXPECT_EQ(holder.Find("units"), &result);
   EXPECT_EQ(holder.Find("Units"), nullptr);
-  holder.SetSize(2);
+  laminate::AppendOwned(holder, std::make_unique<CVRXoutRufRuleArray>()).m_sName = "units";
+  EXPECT_EQ(holder.Find("units"), &result);
   holder.RemoveAllRuleArrayItem();
   EXPECT_EQ(result.GetSize(), 0);
+  // The arrays themselves stay.
+  EXPECT_EQ(holder.GetSize(), 3);
+  EXPECT_EQ(holder.Find("units"), &result);
   EXPECT_EQ(Show(rules), before);
   EXPECT_THROW(rules.GetDesignRuleUnit(sName, nullptr), CInvalidArgException);
   // Onto itself it appends what was there once.
@@ -472,7 +567,8 @@ TEST(RuleLookUp, RulesOfAName) {
 TEST(RuleLookUp, ByNameAndLayer) {
   const auto pData = Loaded(
       Kind::rules,
-      "(design d (rule (board (a 1) (a 2)) (designRuleStack S (l 2 (r D)) (l 2 (r E)) (l x (r Z)))\n(designRuleStack T)"
+      "(design d (rule (board (a 1) (a 2)) (designRuleStack S (l 2 (r D)) (l 2 (r E)) (l x (r Z)) (l 7) (l 7 (r "
+      "G)))\n(designRuleStack T)"
       " (designRuleStack S) (traceRuleStack V (l 3 (width 1)) (l 3 (width 2)) (l y (width 5))) (traceRuleStack W)))");
   EXPECT_EQ(pData->m_pRufRuleBoardArray->Find("a"), pData->m_pRufRuleBoardArray->GetAt(0));
   EXPECT_EQ(pData->m_pRufRuleBoardArray->Find("b"), nullptr);
@@ -485,6 +581,7 @@ TEST(RuleLookUp, ByNameAndLayer) {
   EXPECT_EQ(layers.Find(1), nullptr);
   EXPECT_EQ(layers.GetRuleNameByLayer(2), "D");
   EXPECT_EQ(layers.GetRuleNameByLayer(1), "");
+  EXPECT_EQ(layers.GetRuleNameByLayer(7), "");  // the first of them has no name
   const CVRXoutRufRuleTraceRuleStackArray& trace = *pData->m_pTraceRuleStackArray;
   EXPECT_EQ(trace.Find("V"), trace.GetAt(0));
   EXPECT_EQ(trace.Find("v"), nullptr);
@@ -493,9 +590,163 @@ TEST(RuleLookUp, ByNameAndLayer) {
   EXPECT_EQ(trace.GetAt(1)->Find(3), nullptr);
   CStringArray names;
   names.Add("first");
+  pData->m_pDesignRuleStackArray->SetSize(4);
+  pData->m_pTraceRuleStackArray->SetSize(3);
   design.GetDesignRuleStackNames(names);
   trace.GetTraceRuleStackNames(names);
   EXPECT_EQ(Show(names), "[first,S,T,S,V,W]");
+}
+
+TEST(RuleLookUp, RulesOfANameAreDesignRules) {
+  const auto pData = Loaded(Kind::rules,
+                            "(design d (rule (padstack U) (designRuleUnit U (clearance 1 (element A B))"
+                            " (sameNetClearance 2 (element A B)))))");
+  CVRXoutRufRuleArray& rules = *pData->m_pRufRuleArray;
+  rules.SetSize(4);
+  std::rotate(rules.begin(), rules.end() - 1, rules.end());  // a null slot in front
+  CVRXoutRufRuleArray result;
+  for (CString sName : {"u", "", "padstack", "U"}) rules.GetDesignRuleUnit(sName, &result);
+  EXPECT_EQ(Show(result), "[{designRuleUnit,clearance,A,B,1,U},{designRuleUnit,sameNetClearance,A,B,2,U}]");
+  result.SetSize(0);
+}
+
+TEST(RuleFile, TheFirstMissingValueIsTold) {
+  const auto what = [](const char* szForms) -> std::string {
+    CPC_BD_OutClsGet data;
+    try {
+      Load(data, Kind::rules, "(design d " + std::string(szForms) + ")");
+    } catch (const CInvalidArgException& e) {
+      return e.what();
+    }
+    return "";
+  };
+  const std::pair<const char*, const char*> kCases[] = {
+      {"(assign (comp C (property)))", "\"property\" has no value 1"},
+      {"(assign (comp C (property k)))", "\"property\" has no value 2"},
+      {"(rule (net N (property)))", "\"property\" has no value 1"},
+      {"(rule (net N (property k)))", "\"property\" has no value 2"},
+      {"(rule (net N (pinList (funcTerm))))", "\"funcTerm\" has no value 1"},
+      {"(rule (net N (pinList (funcTerm A))))", "\"funcTerm\" has no value 2"},
+      {"(boardSpec (drillingRule (a)))", "\"a\" has no value 1"},
+      {"(boardSpec (gridDef G (pitch)))", "\"pitch\" has no value 1"},
+  };
+  for (const auto& [forms, text] : kCases) EXPECT_EQ(what(forms), text) << forms;
+}
+
+TEST(RuleFile, ReadsItsTextAsTheWholeFileParseDoes) {
+  // A quote behind a backslash does not end a text where its line ends.
+  EXPECT_EQ(Read("(design d (rule (padstack \"a\\\"\nb\")))\n"), "rules [{padstack,,,,0,a\\\"\nb}]");
+}
+
+TEST(RuleFile, NestingTooDeepBehindADesign) {
+  struct Host : CHostInterface {
+    std::vector<std::string> boxes;
+    int OnAfxMessageBox(const CString& s, UINT, UINT) override {
+      boxes.emplace_back(s.View());
+      return IDOK;
+    }
+  } host;
+  const CHostInterfaceScope scope(host);
+  CPC_BD_OutClsGet data;
+  Load(data, Kind::rules, "(design d (rule (padstack N)))\n" + std::string(21, '(') + "\n");
+  EXPECT_EQ(ShowAll(data), "rules [{padstack,,,,0,N}]");
+  EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::notWellFormed);
+  EXPECT_THAT(host.boxes, testing::ElementsAre("Parser meet unexpected Brace Counting Number, 21 at line number 2.!"));
+}
+
+TEST(RuleFile, TheFirstOfTwoFaultsIsKept) {
+  CPC_BD_OutClsGet data;
+  EXPECT_THROW(Load(data, Kind::rules, "(design d (rule (padstack P) (layer)))\n(x\n"), CInvalidArgException);
+  EXPECT_EQ(ShowAll(data), "rules [{padstack,,,,0,P}]");
+  EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::notWellFormed);
+  Load(data, Kind::rules, "(design d (rule (padstack Q)))\n");
+  EXPECT_EQ(ShowAll(data), "rules [{padstack,,,,0,P},{padstack,,,,0,Q}]");
+  EXPECT_TRUE(data.GetLoadStatus().IsOk());
+}
+
+TEST(RuleFile, NumbersDoNotGoByTheLocale) {
+  CPC_BD_OutClsGet data;
+  {
+    const laminate::test::LocaleScope locale("de_DE.UTF-8");
+    ASSERT_TRUE(locale.IsSet());
+    Load(data, Kind::rules,
+         "(design d (boardSpec (bareBoard (physical X (lossTangent 0.5) (dielectricConstant 3.5)))))");
+  }
+  EXPECT_EQ(ShowAll(data), "layers [{,Solder_Resist_3.5_0.5,,1,1,0,0,3.5,1,X,0.5}]");
+}
+
+// A section that makes a record needs the array that it goes to; one that makes none does not.
+TEST(RuleFile, NullArraysRaise) {
+  using D = CPC_BD_OutClsGet;
+  struct Row {
+    void (*clear)(D&);
+    const char* text;
+    const char* harmless;
+    const char* kept = "";
+  };
+  const Row kRows[] = {
+      {[](D& d) { delete std::exchange(d.m_pBoardSpec, nullptr); }, "(boardSpec)", "(rule)"},
+      {[](D& d) { delete std::exchange(d.m_pStackup, nullptr); }, "(boardSpec (bareBoard))", "(boardSpec (gridDef G))"},
+      {[](D& d) { delete std::exchange(d.m_pStackup->m_pLayerArray, nullptr); },
+       "(boardSpec (bareBoard (conductor 1)))", "(boardSpec (bareBoard (baseMaterial B)))"},
+      {[](D& d) { delete std::exchange(d.m_pRufRuleArray, nullptr); }, "(rule (layer 1))", "(rule (holeRule))"},
+      {[](D& d) { delete std::exchange(d.m_pRufRuleArray, nullptr); }, "(rule (padstack P))", "(rule (testRule (x)))"},
+      {[](D& d) { delete std::exchange(d.m_pRufRuleArray, nullptr); }, "(rule (holeRule (clearance 1 (e A B))))",
+       "(rule (solderResistRule (flow)))"},
+      {[](D& d) { delete std::exchange(d.m_pRufNetArray, nullptr); }, "(rule (net N))", "(rule (layer 1))"},
+      {[](D& d) { delete std::exchange(d.m_pElectricalNetArray, nullptr); }, "(rule (electricalNet N))",
+       "(rule (net N))"},
+      {[](D& d) { delete std::exchange(d.m_pElectricalNetArray, nullptr); }, "(rule (enetPair N))", "(rule (net N))"},
+      {[](D& d) { delete std::exchange(d.m_pRufRuleBoardArray, nullptr); }, "(rule (board (a 1)))", "(rule (board))"},
+      {[](D& d) { delete std::exchange(d.m_pDesignRuleStackArray, nullptr); }, "(rule (designRuleStack S))", "(rule)"},
+      {[](D& d) { delete std::exchange(d.m_pTraceRuleStackArray, nullptr); }, "(rule (traceRuleStack S))", "(rule)"},
+      {[](D& d) { delete std::exchange(d.m_pRufCompArray, nullptr); }, "(assign (comp C))", "(assign)"},
+  };
+  for (const Row& row : kRows) {
+    CPC_BD_OutClsGet data;
+    row.clear(data);
+    EXPECT_NO_THROW(Load(data, Kind::rules, "(design d " + std::string(row.harmless) + ")")) << row.harmless;
+    EXPECT_THROW(Load(data, Kind::rules, "(design d " + std::string(row.text) + ")"), CInvalidArgException) << row.text;
+    EXPECT_EQ(data.GetLoadStatus().m_result, LoadStatus::Result::invalidContent);
+  }
+}
+
+TEST(RuleFile, RemarksOfWhatIsSkipped) {
+  // Each line is of no effect but for what opens and closes forms.
+  const std::string sText =
+      "(other)\n"                                                                              // 1
+      "(design d\n(x)\n"                                                                       // 3
+      "(boardSpec (y)\n(bareBoard (z)\n(conductor 1 (u)\n)\n"                                  // 4, 5, 6
+      "(physical ABOVE (place TOP)\n(propertyS a b)\n))\n(gridDef G (v)\n))\n"                 // 8, 9, 11
+      "(rule (solderResistRule (w)\n(flow)\n(flow)\n)\n"                                       // 13, 15
+      "(padstack P (p)\n)\n(holeRule (sameNetClearance 1)\n(clearance 1 (e A B)\n(e C D)))\n"  // 17, 19, 21
+      "(testRule (sameNetClearance 1 (s A B)\n))\n"                                            // 22
+      "(qualifiedPadstack P (q)\n)\n(layer 1 (l)\n)\n(enetPair E (n)\n)\n"                     // 24, 26, 28
+      "(traceRuleStack T (l 1 (t)\n))\n)\n"                                                    // 30
+      "(assign (a)\n(comp C (c)\n))\n)\n"                                                      // 33, 34
+      "(design e)\n";                                                                          // 37
+  const auto skipped = [](int nLine, const std::string& sWhat) {
+    return "file:" + std::to_string(nLine) + ":0: note: " + sWhat + ": it is skipped";
+  };
+  const auto inside = [&](int nLine, const std::string& s, const std::string& sOuter) {
+    return skipped(nLine, "\"" + s + "\" means nothing inside \"" + sOuter + "\"");
+  };
+  EXPECT_THAT(
+      RemarksOf(Kind::rules, sText),
+      testing::ElementsAre(
+          skipped(1, "\"other\" means nothing outside \"design\""),
+          "file:37:0: note: only the first \"design\" counts: this one is skipped", inside(3, "x", "design"),
+          inside(4, "y", "boardSpec"), inside(5, "z", "bareBoard"), inside(6, "u", "conductor"),
+          inside(8, "place", "physical"), inside(9, "propertyS", "physical"), inside(11, "v", "gridDef"),
+          inside(13, "w", "solderResistRule"), inside(15, "flow", "solderResistRule"), inside(17, "p", "padstack"),
+          inside(19, "sameNetClearance", "holeRule"), inside(21, "e", "clearance"), inside(22, "s", "sameNetClearance"),
+          inside(24, "q", "qualifiedPadstack"), inside(26, "l", "layer"), inside(28, "n", "enetPair"),
+          inside(30, "t", "l"), inside(33, "a", "assign"), inside(34, "c", "comp")));
+  EXPECT_THAT(RemarksOf(Kind::rules, "(Design d)\n"),
+              testing::ElementsAre(skipped(1, "\"Design\" means nothing outside \"design\""),
+                                   "file:0:0: warning: there is no \"design\" in the file: nothing is read of it"));
+  EXPECT_THAT(RemarksOf(Kind::rules, ""),
+              testing::ElementsAre("file:0:0: warning: there is no \"design\" in the file: nothing is read of it"));
 }
 
 }  // namespace

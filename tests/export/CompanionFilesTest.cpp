@@ -2,7 +2,12 @@
 
 #include <gtest/gtest.h>
 
+#include <ctime>
 #include <string>
+#include <utility>
+
+#include "designdata/CPC_BD_OutClsGet.h"
+#include "reader/MemoryFileSystem.h"
 
 namespace {
 
@@ -47,6 +52,28 @@ struct Records {
     pPinAssign->m_sName = szName;
     pinAssigns.Add(pPinAssign);
     return *pPinAssign;
+  }
+  static CVRXoutPrfPinAssignFuncInst& Instance(CVRXoutPrfPinAssign& pinAssign, const char* szFunction,
+                                               const char* szPort, const char* szMatch) {
+    auto* pInstance = new CVRXoutPrfPinAssignFuncInst;
+    pInstance->m_sFunctionRef = szFunction;
+    auto* pPort = new CVRXoutPrfPinAssignFuncInstPort;
+    pPort->m_sPortNo = szPort;
+    pPort->m_sMatch = szMatch;
+    pInstance->m_pPortArray->Add(pPort);
+    pinAssign.m_pFuncInstArray->Add(pInstance);
+    return *pInstance;
+  }
+  CVRXoutPrfFunction& Function(const char* szName, const char* szPort, const char* szType) {
+    auto* pFunction = new CVRXoutPrfFunction;
+    pFunction->m_sName = szName;
+    auto* pPort = new CVRXoutPrfFunctionPort;
+    pPort->m_sPortNo = szPort;
+    pPort->m_nSymbPinId = 7;
+    pPort->m_sPortType = szType;
+    pFunction->m_pPortArray->Add(pPort);
+    functions.Add(pFunction);
+    return *pFunction;
   }
 };
 
@@ -170,6 +197,178 @@ TEST(PartsFile, EmptySlotsCountAsNotThere) {
             "(Japanese_coding: sjis)\n(pinAssign \"PA\"\n(uver 1)\n(interface\n)\n"
             "(internal\n(funcInst (functionRef \"\")\n)\n)\n)\n\n"
             "(part \"A\"\n(packageRef \"\")\n(pinAssignRef \"PA\")\n)\n\n");
+}
+
+// Functions, pin assigns, parts, each in the order of its array; what has no line of its own is left out.
+TEST(PartsFile, WritesAllKindsInTheirOrder) {
+  Records records;
+  CVRXoutPrfPart& part = records.Part("A", "Q");
+  Records::Port(part, "1", "N", "");
+  part.m_pPortArray->GetAt(0)->m_nSymbPinId = 5;
+  records.Part("B", "");
+  CVRXoutPrfPinAssign& pinAssign = records.PinAssign("Q");
+  pinAssign.m_nUver = 4;
+  Records::Instance(pinAssign, "F", "1", "2");
+  records.PinAssign("");
+  CVRXoutPrfFunction& function = records.Function("F", "1", "IN");
+  function.m_nUver = 3;
+  records.Function("G", "2", "");
+  const std::string expected =
+      "(Japanese_coding: sjis)\n"
+      "(function \"F\"\n(uver 3)\n(interface\n(port \"1\" (symbPinId 7) (portType IN))\n)\n)\n\n"
+      "(function \"G\"\n(uver 1)\n(interface\n(port \"2\" (symbPinId 7))\n)\n)\n\n"
+      "(pinAssign \"Q\"\n(uver 4)\n(interface\n(port \"1\" (symbPinId 5) (portName \"N\") (portType INOUT))\n)\n"
+      "(internal\n(funcInst (functionRef \"F\")\n(port \"1\" (match \"2\"))\n)\n)\n)\n\n"
+      "(pinAssign \"\"\n(uver 1)\n(interface\n)\n(internal\n)\n)\n\n"
+      "(part \"A\"\n(packageRef \"\")\n(pinAssignRef \"Q\")\n(interface\n"
+      "(port \"1\" (symbPinId 5) (portName \"N\") (portType INOUT))\n)\n)\n\n"
+      "(part \"B\"\n(packageRef \"\")\n)\n\n";
+  EXPECT_EQ(records.Text(), expected);
+  function.m_pPropertyArray->Add(new CLProperty("k", "v"));
+  pinAssign.m_pPropertyArray->Add(new CLProperty("k", "v"));
+  part.m_sFootprintRef = "FP";
+  part.m_pStockPropertyArray->Add(new CLProperty("k", "v"));
+  part.m_pGateDefArray->Add(new CVRXoutPrfPartGateDef);
+  part.m_pGateDefArray->GetAt(0)->m_aPortRefs.Add("1");
+  EXPECT_EQ(records.Text(), expected);
+}
+
+TEST(PartsFile, OnlyNamesOfPortsAndPortsOfInstancesAreDoubled) {
+  Records records;
+  records.Function("F%", "1%", "T%");
+  CVRXoutPrfPart& part = records.Part("A%", "Q%");
+  part.m_sPackageRef = "P%";
+  Records::Port(part, "1%", "N%", "T%");
+  Records::Instance(records.PinAssign("Q%"), "F%", "1%", "2%");
+  EXPECT_EQ(records.Text(),
+            "(Japanese_coding: sjis)\n"
+            "(function \"F%\"\n(uver 1)\n(interface\n(port \"1%\" (symbPinId 7) (portType T%))\n)\n)\n\n"
+            "(pinAssign \"Q%\"\n(uver 1)\n(interface\n(port \"1%\" (symbPinId 0) (portName \"N%%\") (portType T%))\n)\n"
+            "(internal\n(funcInst (functionRef \"F%\")\n(port \"1%%\" (match \"2%\"))\n)\n)\n)\n\n"
+            "(part \"A%\"\n(packageRef \"P%\")\n(pinAssignRef \"Q%\")\n(interface\n"
+            "(port \"1%\" (symbPinId 0) (portName \"N%%\") (portType T%))\n)\n)\n\n");
+}
+
+// A part that no pin assign refers to keeps its empty types and single signs. Names are compared exactly, and an empty
+// one is a name.
+TEST(PartsFile, PartsWithoutAPinAssignStayAsTheyAre) {
+  for (const char* szPinAssign : {"q", "Q ", "R"}) {
+    Records records;
+    Records::Port(records.Part("A", "Q"), "1", "%", "");
+    records.PinAssign(szPinAssign);
+    const std::string s = records.Text();
+    EXPECT_NE(s.find("(interface\n)\n(internal"), std::string::npos) << s;
+    EXPECT_NE(s.find("(port \"1\" (symbPinId 0) (portName \"%\"))\n"), std::string::npos) << s;
+  }
+  Records records;
+  Records::Port(records.Part("A", "Q"), "1", "%", "");
+  Records::Port(records.Part("B", ""), "2", "%", "");
+  records.PinAssign("");
+  const std::string s = records.Text();
+  EXPECT_NE(s.find("(portName \"%%\") (portType INOUT))\n)\n(internal"), std::string::npos) << s;
+  EXPECT_NE(s.find("(port \"1\" (symbPinId 0) (portName \"%\"))\n"), std::string::npos) << s;
+}
+
+TEST(PartsFile, SignsGrowWithEachWriting) {
+  Records records;
+  Records::Port(records.Part("A", "Q"), "1", "%\"(", "IN");
+  records.PinAssign("Q");
+  std::string signs = "%";
+  for (int i = 0; i < 10; ++i) {
+    signs += signs;
+    const std::string port = "(port \"1\" (symbPinId 0) (portName \"" + signs + "\"(\") (portType IN))\n";
+    EXPECT_EQ(records.Text(),
+              "(Japanese_coding: sjis)\n(pinAssign \"Q\"\n(uver 1)\n(interface\n" + port +
+                  ")\n(internal\n)\n)\n\n(part \"A\"\n(packageRef \"\")\n(pinAssignRef \"Q\")\n(interface\n" + port +
+                  ")\n)\n\n");
+  }
+}
+
+TEST(PartsFile, SignsGrowWithEachPinAssignOfOneName) {
+  Records records;
+  Records::Port(records.Part("A", "Q"), "1", "%", "IN");
+  for (int i = 0; i < 12; ++i) records.PinAssign("Q");
+  records.Text();
+  EXPECT_EQ(records.parts.GetAt(0)->m_pPortArray->GetAt(0)->m_sPortName, std::string_view(std::string(4096, '%')));
+}
+
+TEST(PartsFile, NullArraysOfRecordsRaise) {
+  const auto raises = [](auto clear) {
+    Records records;
+    Records::Port(records.Part("A", "Q"), "1", "N", "");
+    Records::Instance(records.PinAssign("Q"), "F", "1", "2");
+    records.Function("F", "1", "");
+    clear(records);
+    EXPECT_THROW(records.Text(), CInvalidArgException);
+  };
+  raises([](Records& r) { delete std::exchange(r.functions.GetAt(0)->m_pPortArray, nullptr); });
+  raises([](Records& r) { delete std::exchange(r.pinAssigns.GetAt(0)->m_pFuncInstArray, nullptr); });
+  raises([](Records& r) {
+    delete std::exchange(r.pinAssigns.GetAt(0)->m_pFuncInstArray->GetAt(0)->m_pPortArray, nullptr);
+  });
+  raises([](Records& r) { delete std::exchange(r.parts.GetAt(0)->m_pPortArray, nullptr); });
+  raises([](Records& r) { delete std::exchange(r.parts.GetAt(0)->m_pPropertyArray, nullptr); });
+}
+
+// What the scanner makes of a written file, and what is written of that.
+TEST(PartsFile, ComesBackWithDifferences) {
+  Records records;
+  records.Function("F", "1", "IN").m_nUver = 3;
+  Records::Port(records.Part("A", "Q"), "1", "N", "");
+  records.parts.GetAt(0)->m_pPortArray->GetAt(0)->m_nSymbPinId = 5;
+  CVRXoutPrfPinAssign& pinAssign = records.PinAssign("Q");
+  pinAssign.m_nUver = 4;
+  Records::Instance(pinAssign, "F", "1", "2");
+  MemoryFileSystem fileSystem;
+  fileSystem.files["file"] = records.Text();
+  const laminate::FileSystemScope scope(fileSystem);
+  CPC_BD_OutClsGet data;
+  data.vGetOutPrfPartArray("file");
+  ASSERT_EQ(data.m_pPrfFunctionArray->GetSize(), 1);
+  const CVRXoutPrfFunction& function = *data.m_pPrfFunctionArray->GetAt(0);
+  EXPECT_EQ(function.m_nUver, 1);
+  ASSERT_EQ(function.m_pPortArray->GetSize(), 1);
+  EXPECT_EQ(function.m_pPortArray->GetAt(0)->m_sPortType, "IN))");
+  EXPECT_EQ(function.m_pPortArray->GetAt(0)->m_nSymbPinId, 7);
+  ASSERT_EQ(data.m_pPrfPinAssignArray->GetSize(), 1);
+  const CVRXoutPrfPinAssign& read = *data.m_pPrfPinAssignArray->GetAt(0);
+  EXPECT_EQ(read.m_nUver, 1);
+  ASSERT_EQ(read.m_pPortArray->GetSize(), 1);
+  EXPECT_EQ(read.m_pPortArray->GetAt(0)->m_nPinId, 5);
+  EXPECT_EQ(read.m_pPortArray->GetAt(0)->m_sPortName, "N");
+  EXPECT_EQ(read.m_pPortArray->GetAt(0)->m_sPortType, "(portType");
+  ASSERT_EQ(read.m_pFuncInstArray->GetSize(), 1);
+  EXPECT_EQ(read.m_pFuncInstArray->GetAt(0)->m_sFunctionRef, "F");
+  EXPECT_EQ(read.m_pFuncInstArray->GetAt(0)->m_pPortArray->GetAt(0)->m_sMatch, "2");
+  ASSERT_EQ(data.m_pPrfPartArray->GetSize(), 1);
+  const CVRXoutPrfPartPort& port = *data.m_pPrfPartArray->GetAt(0)->m_pPortArray->GetAt(0);
+  EXPECT_EQ(port.m_sPortType, "INOUT");
+  EXPECT_EQ(port.m_nSymbPinId, 0);
+  EXPECT_TRUE(data.m_pPrfPartArray->GetAt(0)->m_pPropertyArray->IsEmpty());
+  std::string s;
+  TextOut out(s);
+  laminate::WriteComponentDefinitionFile(out, data.m_pPrfPartArray, data.m_pPrfPinAssignArray,
+                                         data.m_pPrfFunctionArray);
+  out.Flush();
+  EXPECT_NE(s.find("(port \"1\" (symbPinId 7) (portType IN))))\n"), std::string::npos) << s;
+  // The head of a package file names the unit.
+  fileSystem.files["file"] = PackageText(*data.m_pPackageArray);
+  data.m_sUnit = "inch";
+  data.vGetOutPackageArray("file");
+  EXPECT_EQ(data.m_sUnit, "mm");
+}
+
+// Looking the part up anew for each pin assign would take minutes.
+TEST(PartsFile, TakesTimeByItsLength) {
+  Records records;
+  for (int i = 0; i < 100000; ++i) {
+    const std::string name = std::to_string(i);
+    records.Part("A", name.c_str());
+    records.PinAssign(name.c_str());
+  }
+  const std::clock_t nStart = std::clock();
+  records.Text();
+  EXPECT_LT(static_cast<double>(std::clock() - nStart) / CLOCKS_PER_SEC, 10.0);
 }
 
 }  // namespace
