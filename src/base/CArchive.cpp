@@ -239,9 +239,13 @@ CArchive& CArchive::operator>>(CString& s) {
   RequireLoading();
   if (const auto nAhead = static_cast<std::size_t>(m_pEnd - m_pAt); nAhead != 0 && *m_pAt < nAhead && *m_pAt != kLong8)
       [[likely]] {
-    const std::size_t nLength = *m_pAt++;
-    s = std::string_view(reinterpret_cast<const char*>(m_pAt), nLength);
-    m_pAt += nLength;
+    const std::string_view text(reinterpret_cast<const char*>(m_pAt) + 1, *m_pAt);
+    m_pAt += 1 + text.size();
+    if (nAhead > sizeof(CString)) [[likely]] {
+      s = CString(CString::FromPadded(), text);
+    } else {
+      s = text;
+    }
     return *this;
   }
   int nCharSize = 0;

@@ -37,6 +37,8 @@ class CArchive {
 
   bool IsLoading() const { return (m_nMode & load) != 0; }
   bool IsStoring() const { return !IsLoading(); }
+  /// While loading: bytes of the file that are at hand, so that so many at least are left.
+  std::size_t BytesAhead() const noexcept { return static_cast<std::size_t>(m_pEnd - m_pAt); }
   /// The file; null after `Close` or `Abort`.
   CFile* GetFile() const { return m_pFile; }
 

@@ -46,6 +46,8 @@ class CArray : public CObject {
   /// Gives unused capacity back.
   void FreeExtra();
   void RemoveAll() { SetSize(0, -1); }
+  /// Makes room for so many elements in all, so that adding up to them moves none.
+  void Preallocate(std::size_t nSize) { Reserve(nSize); }
 
   const TYPE& GetAt(INT_PTR n) const { return At(n); }
   TYPE& GetAt(INT_PTR n) { return At(n); }

@@ -1,5 +1,6 @@
 #include "base/CStringArray.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "base/CArchive.h"
@@ -11,8 +12,10 @@ void CStringArray::Serialize(CArchive& ar) {
     return;
   }
   RemoveAll();
-  // Not sized in advance: the count may lie.
-  for (ULONGLONG nLeft = ar.ReadCount(); nLeft != 0; --nLeft) {
+  ULONGLONG nLeft = ar.ReadCount();
+  // The count may lie: room is made for no more texts than the bytes at hand can be.
+  Preallocate(std::min<ULONGLONG>(nLeft, ar.BytesAhead()));
+  for (; nLeft != 0; --nLeft) {
     CString s;
     ar >> s;
     Emplace(std::move(s));

@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <memory>
 #include <utility>
 
@@ -87,8 +88,10 @@ class RecordArray : public ClonedArray<X, Self> {
     UINT nMarker = 0;
     ar >> nMarker;
     if ((nMarker & ~kWideCount) != static_cast<UINT>(m_nVersion)) return;
-    // No room is made for what a count promises: every element takes bytes of the archive before it is appended.
-    for (ULONGLONG nLeft = LoadCount(ar, (nMarker & kWideCount) != 0); nLeft != 0; --nLeft) {
+    ULONGLONG nLeft = LoadCount(ar, (nMarker & kWideCount) != 0);
+    // A count may lie: room is made for no more elements than the bytes at hand can be.
+    this->Preallocate(std::min<ULONGLONG>(nLeft, ar.BytesAhead() / kLeastBytes));
+    for (; nLeft != 0; --nLeft) {
       auto p = std::make_unique<X>();
       p->Serialize(ar);
       this->Add(p.get());
@@ -98,6 +101,7 @@ class RecordArray : public ClonedArray<X, Self> {
 
  private:
   static constexpr UINT kWideCount = 0x80000000;
+  static constexpr std::size_t kLeastBytes = 3;  // of an element: three empty texts
 
   static ULONGLONG LoadCount(CArchive& ar, bool bWide) {
     if (bWide) {

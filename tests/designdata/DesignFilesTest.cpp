@@ -61,6 +61,11 @@ TEST_P(DesignFiles, HoldAsManyRecordsAsOpeningLines) {
   EXPECT_EQ(m_data.m_pPrfFunctionArray->GetSize(), count(".cdf", "(function"));
   EXPECT_EQ(m_data.m_pRufNetArray->GetSize(), count(".rul", "(net"));
   EXPECT_EQ(m_data.m_pRufCompArray->GetSize(), count(".rul", "(comp"));
+  INT_PTR nLayers = 0;
+  for (const char* szKind : {"(conductor", "(dielectric", "(physical"}) nLayers += count(".rul", szKind);
+  EXPECT_GT(nLayers, 0);
+  EXPECT_EQ(m_data.m_pStackup->m_pLayerArray->GetSize(), nLayers);
+  EXPECT_EQ(m_data.m_pBoardSpec->m_aGridDef.GetSize(), count(".rul", "(gridDef"));
   EXPECT_EQ(m_data.m_pLcdbCmpCompArray->GetSize(), count(".cmp", "$COMP"));
 }
 
