@@ -32,6 +32,7 @@
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
 #include "drawobj/DrawObjLedger.h"
+#include "drawobj/ShapeTools.h"
 
 namespace laminate {
 
@@ -122,8 +123,13 @@ void FindVertexLosses(const CBDvertexArray* pVertices, bool bLine, LossFinder& f
   while (nFirst < nLast && pVertices->GetAt(nLast) == nullptr) --nLast;
   for (INT_PTR i = nFirst; i <= nLast; ++i) {
     const CBDvertex* p = pVertices->GetAt(i);
+    if (p == nullptr) continue;
     const LossFinder::Step step(finder, "m_pVertices", {}, i);
-    if (const auto* pPoint = dynamic_cast<const CBDvertexPt*>(p)) {
+    const auto* pPoint = dynamic_cast<const CBDvertexPt*>(p);
+    const auto* pArc = dynamic_cast<const CBDvertexArc*>(p);
+    if (SaysPoint(*p) ? pPoint == nullptr : pArc == nullptr) {
+      finder.Tell("CBDvertex", {}, Fate::dropped, "its type is not that of its class", ValueText(p->m_sType));
+    } else if (pPoint != nullptr) {
       FindBy(kPoint, *pPoint, walk);
       bLine ? FindBy(kPointOnLine, *pPoint, walk) : FindBy(kPointInOutline, *pPoint, walk);
       const CBDfillet* pFillet = pPoint->m_pFillet;
@@ -132,7 +138,7 @@ void FindVertexLosses(const CBDvertexArray* pVertices, bool bLine, LossFinder& f
       FindBy(kFillet, *pFillet, walk);
       bLine && (i == nFirst || i == nLast) ? FindBy(kFilletAtEnd, *pFillet, walk)
                                            : FindBy(kFilletWithDirection, *pFillet, walk);
-    } else if (const auto* pArc = dynamic_cast<const CBDvertexArc*>(p)) {
+    } else {
       FindBy(kArc, *pArc, walk);
       bLine ? FindBy(kArcOnLine, *pArc, walk) : FindBy(kArcInOutline, *pArc, walk);
     }
