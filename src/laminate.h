@@ -101,7 +101,10 @@
 
 #include "export/CExportFormatter.h"
 
+#include "save/DesignSaver.h"
+
 #include "facade/CBDesigner.h"
 #include "facade/CPC_BD_Cls_Get.h"
 #include "facade/ExportLosses.h"
 #include "facade/FileCheck.h"
+#include "facade/SavedRoot.h"

@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "base/CException.h"
+#include "facade/SavedRoot.h"
 #include "save/DesignSaver.h"
 
 namespace laminate::cli {
@@ -30,8 +31,7 @@ SavedBoard::SavedBoard(Console& console, const std::string& sStem, const BoardFi
 
 void SavedBoard::Prepare(const CBDesigner& root, bool bFresh) {
   const std::string sStem(m_set.Begin().View());
-  DesignSaver saver({&root.m_sVersion, root.m_pTechnology, root.m_pFtfTechnology, root.m_pFootprintContainer,
-                     root.m_pBoardContainer, root.m_pParameter, root.m_pLibraryEntities});
+  DesignSaver saver(SavedRoot(root));
   saver.SetBoardFile(Text(sStem + ".pcf"), bFresh ? CString() : Text(m_files.pcf));
   if (!m_files.ftf.empty()) saver.SetFootprintFile(Text(sStem + ".ftf"), bFresh ? CString() : Text(m_files.ftf));
   for (const std::string& sName : allowedLosses) saver.AllowLoss(sName);

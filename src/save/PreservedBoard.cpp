@@ -186,7 +186,7 @@ void PreservedBoard::EditRecords() {
   SaveLosses lossesBefore = m_losses;
   SaveLosses lossesNow = m_losses;
   const std::string sWritten = WriteRecords(m_old, lossesBefore);
-  const std::string sWanted = WriteRecords(m_design, lossesNow);
+  std::string sWanted = WriteRecords(m_design, lossesNow);
   TellNewLosses(lossesBefore, lossesNow, m_losses);
   if (m_losses.IsRefused()) return;
 
@@ -195,17 +195,19 @@ void PreservedBoard::EditRecords() {
   const FormTree tree(piece.Text(sJoined));
   const FormNode* pRoot = FindRoot(tree);
   if (pRoot == nullptr) RaiseDoesNotReadBack("the records of the board");
+  const auto again = [this](std::string s) -> std::optional<std::string> {
+    const HeldText held(std::move(s));
+    const BoardText pieces = CutBoardText(held.View());
+    std::string sOthers;
+    OwnedDesign got;
+    if (!ReadOthersText(pieces.others.Text(sOthers), got)) return std::nullopt;
+    SaveLosses ignored = m_losses;
+    return WriteRecords(got.View(), ignored);
+  };
+  LeaveOutLosses(m_losses, again, sWanted);
   const bool bDone = PatchUntilItReadsBack(
       m_edits, tree, *pRoot, [&piece](std::size_t n) { return piece.Source(n); }, sWritten, sWanted,
-      [this]() -> std::optional<std::string> {
-        const HeldText held(m_edits.Apply());
-        const BoardText pieces = CutBoardText(held.View());
-        std::string s;
-        OwnedDesign got;
-        if (!ReadOthersText(pieces.others.Text(s), got)) return std::nullopt;
-        SaveLosses ignored = m_losses;
-        return WriteRecords(got.View(), ignored);
-      });
+      [&] { return again(m_edits.Apply()); });
   if (!bDone) RaiseDoesNotReadBack("the records of the board");
 }
 
@@ -284,7 +286,7 @@ void PreservedBoard::ChangeComponent(std::size_t i, std::size_t j) {
   SaveLosses lossesBefore = m_losses;
   SaveLosses lossesNow = m_losses;
   const std::string sWritten = WriteComponent(ComponentAt(m_old, i), i, lossesBefore);
-  const std::string sWanted = WriteComponent(ComponentAt(m_design, j), j, lossesNow);
+  std::string sWanted = WriteComponent(ComponentAt(m_design, j), j, lossesNow);
   TellNewLosses(lossesBefore, lossesNow, m_losses);
   if (m_losses.IsRefused()) return;
 
@@ -295,15 +297,17 @@ void PreservedBoard::ChangeComponent(std::size_t i, std::size_t j) {
   const char* end = nullptr;
   PlaceOfComponent(i, begin, end);
   const std::size_t nMark = m_edits.Mark();
+  const auto again = [&](std::string s) -> std::optional<std::string> {
+    const HeldText held(std::move(s));
+    OwnedDesign got;
+    if (!ReadComponentText(held.View(), got)) return std::nullopt;
+    SaveLosses ignored = m_losses;
+    return WriteComponent(ComponentAt(got.View(), 0), j, ignored);
+  };
+  LeaveOutLosses(m_losses, again, sWanted);
   const bool bDone = PatchUntilItReadsBack(
       m_edits, tree, tree.Roots().front(), [&piece](std::size_t n) { return piece.Source(n); }, sWritten, sWanted,
-      [&]() -> std::optional<std::string> {
-        const HeldText held(m_edits.Apply(begin, end, nMark));
-        OwnedDesign got;
-        if (!ReadComponentText(held.View(), got)) return std::nullopt;
-        SaveLosses ignored = m_losses;
-        return WriteComponent(ComponentAt(got.View(), 0), j, ignored);
-      });
+      [&] { return again(m_edits.Apply(begin, end, nMark)); });
   if (!bDone) RaiseDoesNotReadBack("component " + std::string(ComponentAt(m_design, j).m_sReference.View()));
 }
 
@@ -427,7 +431,7 @@ void PreservedBoard::ChangeShape(std::size_t i, std::size_t j) {
   SaveLosses lossesBefore = m_losses;
   SaveLosses lossesNow = m_losses;
   const std::string sWritten = WriteShape(ShapeAt(m_old, i), j, lossesBefore);
-  const std::string sWanted = WriteShape(now, j, lossesNow);
+  std::string sWanted = WriteShape(now, j, lossesNow);
   TellNewLosses(lossesBefore, lossesNow, m_losses);
   if (m_losses.IsRefused()) return;
 
@@ -437,16 +441,18 @@ void PreservedBoard::ChangeShape(std::size_t i, std::size_t j) {
   const std::size_t nMark = m_edits.Mark();
   SaveLosses ignored = m_losses;
   const std::string sHead = HeadOfLayer(WriteLayer({&pNow, 1}, ignored));
+  const auto again = [&](const std::string& s) -> std::optional<std::string> {
+    const HeldText held(sHead + "\n" + s + "\n)");
+    OwnedDesign got;
+    if (!ReadLayerText(held.View(), got)) return std::nullopt;
+    const CBDdrawObj* pGot = got.pBoard->m_pDrawObjArray->GetLastElement();
+    if (pGot == nullptr) return std::nullopt;
+    return WriteShape(*pGot, j, ignored);
+  };
+  LeaveOutLosses(m_losses, again, sWanted);
   const bool bDone = PatchUntilItReadsBack(
       m_edits, piece.tree, item, [&piece](std::size_t n) { return piece.At(n); }, sWritten, sWanted,
-      [&]() -> std::optional<std::string> {
-        const HeldText held(sHead + "\n" + m_edits.Apply(piece.BeginOf(item), piece.EndOf(item), nMark) + "\n)");
-        OwnedDesign got;
-        if (!ReadLayerText(held.View(), got)) return std::nullopt;
-        const CBDdrawObj* pGot = got.pBoard->m_pDrawObjArray->GetLastElement();
-        if (pGot == nullptr) return std::nullopt;
-        return WriteShape(*pGot, j, ignored);
-      });
+      [&] { return again(m_edits.Apply(piece.BeginOf(item), piece.EndOf(item), nMark)); });
   if (!bDone) RaiseDoesNotReadBack("shape " + std::to_string(j) + " of the layout");
 }
 

@@ -20,7 +20,7 @@ std::string PreservedFootprints(const SavedDesign& design, const OwnedDesign& so
     return FormsAsText(l, [&](FormText& out) { PutFootprintFile(out, d); });
   };
   const std::string sWritten = write(source.View(), lossesBefore);
-  const std::string sWanted = write(design, lossesNow);
+  std::string sWanted = write(design, lossesNow);
   TellNewLosses(lossesBefore, lossesNow, losses);
   if (losses.IsRefused()) return {};
 
@@ -31,19 +31,19 @@ std::string PreservedFootprints(const SavedDesign& design, const OwnedDesign& so
     if (pRoot == nullptr && form.Name() == "ftf") pRoot = &form;
   }
   if (pRoot == nullptr) RaiseDoesNotReadBack("the footprint file");
-  std::string sText;
+  const auto again = [&](std::string s) -> std::optional<std::string> {
+    const HeldText held(std::move(s));
+    OwnedDesign got;
+    if (!ReadFootprintText(held.View(), got)) return std::nullopt;
+    SaveLosses ignored = losses;
+    return write(got.View(), ignored);
+  };
+  LeaveOutLosses(losses, again, sWanted);
   const bool bDone = PatchUntilItReadsBack(
       edits, tree, *pRoot, [text](std::size_t n) { return text.data() + n; }, sWritten, sWanted,
-      [&]() -> std::optional<std::string> {
-        sText = edits.Apply();
-        const HeldText held{std::string(sText)};
-        OwnedDesign got;
-        if (!ReadFootprintText(held.View(), got)) return std::nullopt;
-        SaveLosses ignored = losses;
-        return write(got.View(), ignored);
-      });
+      [&] { return again(edits.Apply()); });
   if (!bDone) RaiseDoesNotReadBack("the footprint file");
-  return sText;
+  return edits.Apply();
 }
 
 }  // namespace laminate
