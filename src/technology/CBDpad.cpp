@@ -18,9 +18,7 @@ std::unique_ptr<CBDpad> laminate::ReadPad(const CECadClsLvl& node, LibraryContex
   if (const CECadClsLvl* pGeometry = FindChild(node, "geometry")) {
     ShapeContext shapeContext;
     shapeContext.pBoardShapes = context.pBoardShapes;
-    ForEachChild(*pGeometry, [&](const CECadClsLvl& child) {
-      if (auto pShape = ReadDrawObj(child, shapeContext)) AppendOwned(*p->m_pDrawObjArray, std::move(pShape));
-    });
+    ReadShapes(*pGeometry, shapeContext, *p->m_pDrawObjArray);
   }
   return p;
 }
