@@ -113,18 +113,9 @@ void FormText::Point(std::string_view sField, const CPointD& pt) {
 }
 
 void FormText::Refuse(std::string_view sField, std::string_view sReason, std::string sValue) {
-  std::string sObject;
-  for (const Step::Place& place : m_path) {
-    if (!sObject.empty()) sObject += '.';
-    sObject += place.sField;
-    if (place.nIndex < 0) continue;
-    sObject += '[';
-    sObject += place.sName.empty() ? std::to_string(place.nIndex) : std::string(place.sName);
-    sObject += ']';
-  }
   std::string sName(sField.substr(sField.starts_with('&') ? 1 : 0));
   if (const std::size_t n = sName.find("::"); n != sName.npos) sName.replace(n, 2, ".");
-  m_losses.Tell({std::move(sObject), std::move(sName), std::string(sReason), std::move(sValue)});
+  m_losses.Tell({m_path.Text(), std::move(sName), std::string(sReason), std::move(sValue)});
 }
 
 }  // namespace laminate

@@ -6,6 +6,7 @@
 
 #include "base/CPointD.h"
 #include "base/CString.h"
+#include "base/ObjectPath.h"
 #include "base/Platform.h"
 #include "base/TextOut.h"
 #include "save/SaveLosses.h"
@@ -88,25 +89,11 @@ class FormText {
 
   // ---- where in the database the writer is ----
   /// Steps into a field, or into an element of an array, for a scope.
-  class Step {
+  class Step : public ObjectPath::Step {
    public:
-    Step(FormText& text, std::string_view sField) : Step(text, Place{sField, {}, -1}) {}
-    /// An element that is called by its name, or by its place where it has none.
+    Step(FormText& text, std::string_view sField) : ObjectPath::Step(text.m_path, sField) {}
     Step(FormText& text, std::string_view sField, std::string_view sName, INT_PTR nIndex)
-        : Step(text, Place{sField, sName, nIndex}) {}
-    ~Step() { m_text.m_path.pop_back(); }
-    Step(const Step&) = delete;
-    Step& operator=(const Step&) = delete;
-
-   private:
-    struct Place {
-      std::string_view sField;
-      std::string_view sName;
-      INT_PTR nIndex;
-    };
-    friend class FormText;
-    Step(FormText& text, const Place& place) : m_text(text) { text.m_path.push_back(place); }
-    FormText& m_text;
+        : ObjectPath::Step(text.m_path, sField, sName, nIndex) {}
   };
   /// Tells of a value of the object stepped into that cannot be said. `sField` is "&Class::field".
   void Refuse(std::string_view sField, std::string_view sReason, std::string sValue = {});
@@ -130,7 +117,7 @@ class FormText {
   bool m_bMustEndLine = false;
   bool m_bStay = false;
   std::vector<OpenForm> m_open;
-  std::vector<Step::Place> m_path;
+  ObjectPath m_path;
   std::string m_sToken;
 };
 

@@ -173,7 +173,7 @@ void PutProperties(FormText& text, const CBDcomponent& component) {
   }
   if (pScale == nullptr && component.m_dScale != Fresh<CBDcomponent>().m_dScale) {
     text.Refuse(kField<&CBDcomponent::m_dScale>, "a property \"Scale\" of that value says it",
-                ValueText(component.m_dScale));
+                LostValue(component.m_dScale));
   }
   bool bNumeric = pScale != nullptr;
   PutEach<&CBDcomponent::m_pPropertyArray>(

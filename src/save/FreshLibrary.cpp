@@ -108,9 +108,9 @@ void Put(FormText& text, const CBDsubLayer& layer) {
     PutToken(text, layer.m_sLayerKind.View(), sField, layer.m_sName);
   } else if (!layer.m_sLayerKind.IsEmpty()) {
     text.Refuse(kField<&CBDsubLayer::m_sLayerKind>, "it is the keyword of one of three forms",
-                ValueText(layer.m_sLayerKind));
+                LostValue(layer.m_sLayerKind));
   } else if (!layer.m_sName.IsEmpty()) {
-    text.Refuse(sField, "a layer without a kind has no name", ValueText(layer.m_sName));
+    text.Refuse(sField, "a layer without a kind has no name", LostValue(layer.m_sName));
   }
 }
 
@@ -240,7 +240,7 @@ void PutHeelprint(FormText& text, const CBDheelprint& heelprint) {
 void PutProperty(FormText& text, const CLProperty& property) {
   if (property.m_sKind != "propertyS" && property.m_sKind != "propertyI") {
     return text.Refuse(kField<&CLProperty::m_sKind>, "it is the keyword of one of two forms",
-                       ValueText(property.m_sKind));
+                       LostValue(property.m_sKind));
   }
   const Scope form(text, property.m_sKind.View());
   text.Token(kField<&CLProperty::m_sItem>, property.m_sItem, true);

@@ -71,10 +71,10 @@ bool IsInComponentRefer(const Surroundings& around) {
 void RefuseUnlikeSurroundings(FormText& text, const CBDdrawObj& shape, const CString& sKind, const Surroundings& around,
                               SaidItself said) {
   const auto unlike = [&text]<auto kMember>(const CBDdrawObj& object, const auto& value) {
-    RefuseUnlike(text, kField<kMember>, object.*kMember == value, ValueText(object.*kMember));
+    RefuseUnlike(text, kField<kMember>, object.*kMember == value, LostValue(object.*kMember));
   };
   if (shape.m_sKind != sKind)
-    text.Refuse(kField<&CBDdrawObj::m_sKind>, "it is that of the class", ValueText(shape.m_sKind));
+    text.Refuse(kField<&CBDdrawObj::m_sKind>, "it is that of the class", LostValue(shape.m_sKind));
   unlike.operator()<&CBDdrawObj::m_bRefer>(shape, around.bRefer);
   unlike.operator()<&CBDdrawObj::m_sLayerName>(shape, around.layer.sName);
   unlike.operator()<&CBDdrawObj::m_sLayerType>(shape, around.layer.sType);
@@ -87,7 +87,7 @@ void RefuseUnlikeSurroundings(FormText& text, const CBDdrawObj& shape, const CSt
     unlike.operator()<&CBDdrawObj::m_nCavityTo>(shape, -1);
   } else if ((shape.m_nCavityFrom == -1) != (shape.m_nCavityTo == -1)) {
     text.Refuse(kField<&CBDdrawObj::m_nCavityFrom>, "the two ends of a cavity are given both or not at all",
-                ValueText(shape.m_nCavityFrom));
+                LostValue(shape.m_nCavityFrom));
   }
 }
 
@@ -109,7 +109,7 @@ void PutPoint(FormText& text, const CBDvertexPt& point) {
   const Scope form(text, "pt", Lines::one);
   Plan<CBDvertexPt, 0>().PutTokens(text, point);
   if (point.m_sType != "PT")
-    text.Refuse(kField<&CBDvertex::m_sType>, "it is that of the class", ValueText(point.m_sType));
+    text.Refuse(kField<&CBDvertex::m_sType>, "it is that of the class", LostValue(point.m_sType));
   if (point.m_pFillet == nullptr) {
     text.Refuse(kField<&CBDvertexPt::m_pFillet>, "the object is missing");
   } else {
@@ -120,9 +120,9 @@ void PutPoint(FormText& text, const CBDvertexPt& point) {
 void PutArc(FormText& text, const CBDvertexArc& arc) {
   const Scope form(text, "arc", Lines::one);
   Plan<CBDvertexArc, 0>().PutTokens(text, arc);
-  if (arc.m_sType != "ARC") text.Refuse(kField<&CBDvertex::m_sType>, "it is that of the class", ValueText(arc.m_sType));
+  if (arc.m_sType != "ARC") text.Refuse(kField<&CBDvertex::m_sType>, "it is that of the class", LostValue(arc.m_sType));
   if (arc.m_dWidth != 0)
-    text.Refuse(kField<&CBDvertex::m_dWidth>, "an arc has its widths at its ends", ValueText(arc.m_dWidth));
+    text.Refuse(kField<&CBDvertex::m_dWidth>, "an arc has its widths at its ends", LostValue(arc.m_dWidth));
   Plan<CBDvertexArc, 1>().Put(text, arc);
 }
 
@@ -193,7 +193,7 @@ void PutOpenShape(FormText& text, const CBDopenShape& shape) {
 }
 
 void RefuseUnlessFlag(FormText& text, std::string_view sField, int n) {
-  if (n != 0 && n != 1) text.Refuse(sField, "the form says 1 by being there", ValueText(n));
+  if (n != 0 && n != 1) text.Refuse(sField, "the form says 1 by being there", LostValue(n));
 }
 
 void PutSurface(FormText& text, std::string_view, const Surroundings& around, const CBDsurface& surface) {
@@ -316,12 +316,15 @@ class EntryDealer {
   std::string_view KeyOf(const CBDpadstackRefLay& entry) const {
     if (entry.m_nLayerNumber != 0) return kByNumber;
     if (!entry.m_sLayerName.IsEmpty() || entry.m_bVisible != 1) return kByName;
-    // It says neither: the way that suits the next shape.
+    // It says neither: the way that gives the next shape its layer, or that comes nearest to it.
     const CBDdrawObj* pNext = m_shapes.GetAt(m_nNext);
+    if (pNext == nullptr) return kByNumber;
     for (const std::string_view sKey : {kByNumber, kByName, kByNothing}) {
-      if (pNext != nullptr && Fits(*pNext, LayerBehind(sKey, entry))) return sKey;
+      if (Fits(*pNext, LayerBehind(sKey, entry))) return sKey;
     }
-    return kByNumber;
+    if (m_layer.nNumber != 0 && pNext->m_nLayerNumber == 0) return kByNumber;
+    if (!m_layer.sName.IsEmpty() && pNext->m_sLayerName.IsEmpty()) return kByName;
+    return kByNothing;
   }
 
   FormText& m_text;
@@ -367,7 +370,7 @@ void PutEntries(FormText& text, const Surroundings& around, const CBDdrawPadstac
   for (auto it = entries.begin(); it != entries.end();) {
     const CString& sSection = it->sSection;
     if (sSection != kConductive && sSection != kNonConductive) {
-      text.Refuse(kField<&CBDdrawObj::m_sSection>, "it is that of one of the two sections", ValueText(sSection));
+      text.Refuse(kField<&CBDdrawObj::m_sSection>, "it is that of one of the two sections", LostValue(sSection));
     }
     const Scope section(text, sSection == kNonConductive ? kNonConductive : kConductive);
     for (; it != entries.end() && it->sSection == sSection; ++it) {
@@ -501,7 +504,7 @@ void Put(FormText& text, const CBDvertex& vertex) {
   } else if (const auto* pArc = dynamic_cast<const CBDvertexArc*>(&vertex)) {
     PutArc(text, *pArc);
   } else {
-    text.Refuse(kField<&CBDvertex::m_sType>, "it is a point or an arc", ValueText(vertex.m_sType));
+    text.Refuse(kField<&CBDvertex::m_sType>, "it is a point or an arc", LostValue(vertex.m_sType));
   }
 }
 
@@ -509,7 +512,7 @@ void PutShapeForm(FormText& text, const Surroundings& around, const CBDdrawObj& 
   static const auto* const pWriters = new ShapeWriters(MakeWriters());  // never destroyed
   const auto it = pWriters->find(typeid(shape));
   if (it == pWriters->end()) {
-    return text.Refuse(kField<&CBDdrawObj::m_sKind>, "no form makes a shape of this class", ValueText(shape.m_sKind));
+    return text.Refuse(kField<&CBDdrawObj::m_sKind>, "no form makes a shape of this class", LostValue(shape.m_sKind));
   }
   it->second.put(text, it->second.sKey, around, shape);
 }

@@ -20,16 +20,12 @@ constexpr std::size_t kValuesOnLine = 2;
 
 }  // namespace
 
-inline namespace refused {
-
-std::string ValueText(int n) { return std::to_string(n); }
-std::string ValueText(double d) {
+std::string LostValue(int n) { return std::to_string(n); }
+std::string LostValue(double d) {
   char buffer[kMaxNumberLength];
   return std::string(buffer, FormatShortest(buffer, d));
 }
-std::string ValueText(const CString& s) { return std::string(s.View()); }
-
-}  // namespace refused
+std::string LostValue(const CString& s) { return std::string(s.View()); }
 
 namespace save_detail {
 

@@ -165,24 +165,20 @@ const RowPlan<T>& PlanOf() {
 }
 
 // ---- what no form says ----
-// Apart from the functions of that name by which the loss report shows values.
-inline namespace refused {
-std::string ValueText(int n);
-std::string ValueText(double d);
-std::string ValueText(const CString& s);
+std::string LostValue(int n);
+std::string LostValue(double d);
+std::string LostValue(const CString& s);
 template <class X>
-std::string ValueText(const X&) {
+std::string LostValue(const X&) {
   return {};
 }
-}  // namespace refused
-
 /// Refuses each of the fields that differs from that of a new object.
 template <auto... kMembers, class T>
 void RefuseUnsaid(FormText& text, const T& object, std::string_view sReason = "no form holds it") {
   const T& fresh = Fresh<T>();
   const auto check = [&]<auto kMember>() {
     if (object.*kMember == fresh.*kMember) return;
-    text.Refuse(kField<kMember>, sReason, ValueText(object.*kMember));
+    text.Refuse(kField<kMember>, sReason, LostValue(object.*kMember));
   };
   (check.template operator()<kMembers>(), ...);
 }
