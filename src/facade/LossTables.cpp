@@ -35,19 +35,6 @@ std::string_view ToText(Fate fate) {
   return {};
 }
 
-std::string LossFinder::Path() const {
-  std::string s;
-  for (const Step::Place& place : m_path) {
-    if (!s.empty()) s += '.';
-    s += place.field;
-    if (place.index < 0) continue;
-    s += '[';
-    s += place.name.empty() ? std::to_string(place.index) : std::string(place.name);
-    s += ']';
-  }
-  return s;
-}
-
 bool ReadsBackBare(std::string_view s) {
   return s.empty() || (s.find_first_of(std::string_view(" ()\"\n\0", 6)) == std::string_view::npos);
 }

@@ -18,6 +18,7 @@
 #include "base/CString.h"
 #include "base/CStringArray.h"
 #include "base/Number.h"
+#include "base/ObjectPath.h"
 #include "facade/ExportLosses.h"
 #include "reader/Grammar.h"
 
@@ -29,35 +30,20 @@ class LossFinder {
   explicit LossFinder(const std::function<void(const ExportLoss&)>& tell) : m_tell(tell) {}
 
   /// Steps into a field, or an element of an array, for a scope.
-  class Step {
+  class Step : public ObjectPath::Step {
    public:
-    Step(LossFinder& finder, std::string_view sField) : Step(finder, {sField, {}, -1}) {}
-    /// An element that is called by its name, or by its place where it has none.
+    Step(LossFinder& finder, std::string_view sField) : ObjectPath::Step(finder.m_path, sField) {}
     Step(LossFinder& finder, std::string_view sField, std::string_view sName, INT_PTR nIndex)
-        : Step(finder, Place{sField, sName, nIndex}) {}
-    ~Step() { m_finder.m_path.pop_back(); }
-    Step(const Step&) = delete;
-    Step& operator=(const Step&) = delete;
-
-   private:
-    struct Place {
-      std::string_view field;
-      std::string_view name;
-      INT_PTR index;
-    };
-    friend class LossFinder;
-    Step(LossFinder& finder, const Place& place) : m_finder(finder) { m_finder.m_path.push_back(place); }
-    LossFinder& m_finder;
+        : ObjectPath::Step(finder.m_path, sField, sName, nIndex) {}
   };
 
   void Tell(std::string_view sClass, std::string_view sField, Fate fate, std::string_view sNote, std::string sValue) {
-    m_tell({Path(), sClass, sField, fate, sNote, std::move(sValue)});
+    m_tell({m_path.Text(), sClass, sField, fate, sNote, std::move(sValue)});
   }
-  std::string Path() const;
 
  private:
   const std::function<void(const ExportLoss&)>& m_tell;
-  std::vector<Step::Place> m_path;
+  ObjectPath m_path;
 };
 
 // ---- how texts are written, and what reading gives back for them ----
