@@ -5,9 +5,7 @@
 #include <concepts>
 #include <functional>
 #include <string_view>
-#include <typeindex>
 #include <typeinfo>
-#include <unordered_map>
 
 #include "base/CArrayN.h"
 #include "base/CGProperty.h"
@@ -127,20 +125,14 @@ constexpr ByClass<Base> kByClass = {
     [](Hasher& hasher, const Base& object) { hasher.Add(static_cast<const T&>(object)); }};
 
 template <class Base, class... Classes>
-std::unordered_map<std::type_index, const ByClass<Base>*> MakeClasses(ClassList<Classes...>) {
-  return {{std::type_index(typeid(Classes)), &kByClass<Base, Classes>}...};
+const ByClass<Base>& ClassIn(const Base& object, ClassList<Classes...>) {
+  const std::type_info& type = typeid(object);
+  const ByClass<Base>* p = &kByClass<Base, Base>;
+  static_cast<void>(((type == typeid(Classes) && (p = &kByClass<Base, Classes>) != nullptr) || ...));
+  return *p;
 }
-
-const ByClass<CBDdrawObj>& ClassOf(const CBDdrawObj& shape) {
-  static const auto classes = MakeClasses<CBDdrawObj>(ShapeClasses());
-  const auto it = classes.find(std::type_index(typeid(shape)));
-  return it == classes.end() ? kByClass<CBDdrawObj, CBDdrawObj> : *it->second;
-}
-const ByClass<CBDvertex>& ClassOf(const CBDvertex& vertex) {
-  static const auto classes = MakeClasses<CBDvertex>(VertexClasses());
-  const auto it = classes.find(std::type_index(typeid(vertex)));
-  return it == classes.end() ? kByClass<CBDvertex, CBDvertex> : *it->second;
-}
+const ByClass<CBDdrawObj>& ClassOf(const CBDdrawObj& shape) { return ClassIn(shape, ShapeClasses()); }
+const ByClass<CBDvertex>& ClassOf(const CBDvertex& vertex) { return ClassIn(vertex, VertexClasses()); }
 
 template <class Base>
 bool SameByClass(const Base* a, const Base* b) {

@@ -29,6 +29,10 @@ constexpr std::string_view MemberName() {
   return LastName(s.substr(s.find("kMember = ") + 10));
 }
 
+// Worked out once, by the compiler: whoever compares designs visits very many fields.
+template <auto kMember>
+inline constexpr std::string_view kMemberName = MemberName<kMember>();
+
 }  // namespace fields_detail
 
 /// The name of a class, as the code spells it.
@@ -43,7 +47,7 @@ struct Fields {
   /// Calls `visit(name, pointer to member)` for each field of the class itself.
   template <class Visitor>
   static constexpr void ForEachOwn(Visitor&& visit) {
-    (visit(fields_detail::MemberName<kMembers>(), kMembers), ...);
+    (visit(fields_detail::kMemberName<kMembers>, kMembers), ...);
   }
 };
 
