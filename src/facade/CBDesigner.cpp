@@ -35,7 +35,7 @@ CBDdrawObjArray* BoardShapes(const CBDesigner& root) {
   return root.m_pBoardContainer == nullptr ? nullptr : root.m_pBoardContainer->m_pDrawObjArray;
 }
 
-laminate::FootprintFileTarget FootprintTarget(const CBDesigner& root, std::FILE* pLogFile,
+laminate::FootprintFileTarget FootprintTarget(const CBDesigner& root, std::FILE* const* pLogFile,
                                               laminate::LoadStatus& status) {
   return {Required(root.m_pFtfTechnology), Required(root.m_pFootprintContainer), BoardShapes(root), pLogFile, status};
 }
@@ -126,7 +126,7 @@ int CBDesigner::nReadComponentAndPutInVDB(CECadClsLvl* pNode) {
 
 void CBDesigner::vParseFTF(CString sPath) {
   m_status = {};
-  laminate::FootprintFileTarget target = FootprintTarget(*this, m_pLogFile, m_status);
+  laminate::FootprintFileTarget target = FootprintTarget(*this, &m_pLogFile, m_status);
   laminate::LoadFootprintFile(sPath, target);
 }
 

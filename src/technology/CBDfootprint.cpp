@@ -3,6 +3,7 @@
 #include "base/TextOut.h"
 #include "base/WriterText.h"
 #include "drawobj/CBDdrawPadstack.h"
+#include "drawobj/ShapeTools.h"
 #include "technology/AreaForms.h"
 #include "technology/CBDfootprintContainer.h"
 #include "technology/CBDheelprint.h"
@@ -109,18 +110,16 @@ namespace {
 bool IsDrilled(const CBDdrawObj& shape, CBDfootprintContainer* pContainer) {
   const auto* pPlaced = dynamic_cast<const CBDdrawPadstack*>(&shape);
   if (pPlaced == nullptr) return false;
-  if (pContainer == nullptr) AfxThrowInvalidArgException();
-  const CBDpadstack* pPadstack = pContainer->pGetPadstackFromName(pPlaced->m_sPadstackName);
-  return pPadstack != nullptr && pPadstack->m_pHole != nullptr && pPadstack->m_pHole->m_pDrawObj != nullptr;
+  const CBDpadstack* pPadstack = Required(pContainer).pGetPadstackFromName(pPlaced->m_sPadstackName);
+  return pPadstack != nullptr && Required(pPadstack->m_pHole).m_pDrawObj != nullptr;
 }
 
 }  // namespace
 
 CString CBDfootprint::sGetInsertionTypeOfFootprint(CBDfootprintContainer* pContainer) {
-  if (m_pToeprintPinArray == nullptr) return "SMD";
-  for (const CBDtoeprintPin* pPin : *m_pToeprintPinArray) {
-    if (pPin == nullptr || pPin->m_pDrawObjArray == nullptr) continue;
-    for (const CBDdrawObj* pShape : *pPin->m_pDrawObjArray) {
+  for (const CBDtoeprintPin* pPin : Required(m_pToeprintPinArray)) {
+    if (pPin == nullptr) continue;
+    for (const CBDdrawObj* pShape : Required(pPin->m_pDrawObjArray)) {
       if (pShape == nullptr) continue;
       if (pShape->m_sKind == "DRAWPADSTACK" && IsDrilled(*pShape, pContainer)) return "DIP";
       if (pShape->m_sKind == "DRAWPAD") return "SMD";

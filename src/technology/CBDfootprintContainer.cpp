@@ -2,6 +2,7 @@
 
 #include "base/TextOut.h"
 #include "base/WriterText.h"
+#include "drawobj/ShapeTools.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDpad.h"
 #include "technology/CBDpadstack.h"
@@ -24,10 +25,10 @@ namespace {
 
 template <class Array>
 int IndexOfName(const Array* pArray, const CString& sName) {
-  if (pArray == nullptr) return -1;
-  const auto it = std::find_if(pArray->begin(), pArray->end(),
-                               [&sName](const auto* p) { return p != nullptr && p->m_sName == sName; });
-  return it == pArray->end() ? -1 : static_cast<int>(it - pArray->begin());
+  const Array& array = Required(pArray);
+  const auto it =
+      std::find_if(array.begin(), array.end(), [&sName](const auto* p) { return p != nullptr && p->m_sName == sName; });
+  return it == array.end() ? -1 : static_cast<int>(it - array.begin());
 }
 
 template <class Array>

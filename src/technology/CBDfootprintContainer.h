@@ -32,8 +32,8 @@ class CBDcommonParameter : public laminate::Pooled {
   CString m_sReserved3;
 };
 
-/// The library of a design: pads, padstacks and footprints, as they stand in a footprint file. Look-ups compare names
-/// exactly and give the first match; what they give stays the container's.
+/// The library of a design: pads, padstacks and footprints, as in a footprint file. Look-ups compare names exactly and
+/// give the first match, which stays the container's; an array that is null raises `CInvalidArgException`.
 class CBDfootprintContainer : public laminate::Pooled {
  public:
   CBDfootprintContainer();

@@ -2,6 +2,7 @@
 
 #include "base/TextOut.h"
 #include "base/WriterText.h"
+#include "drawobj/ShapeTools.h"
 #include "technology/CBDcondLayer.h"
 #include "technology/CBDfootprintLayer.h"
 #include "technology/CBDmap.h"
@@ -100,24 +101,21 @@ void laminate::ReadFootprintTechnology(const CECadClsLvl& node, CBDtechnologyCon
 // ---- looking up ----
 
 CBDmap* CBDtechnologyContainer::pGetMap(CString sName) {
-  if (m_pMapArray == nullptr) return nullptr;
-  for (CBDmap* p : *m_pMapArray) {
+  for (CBDmap* p : Required(m_pMapArray)) {
     if (p != nullptr && p->m_sName == sName) return p;
   }
   return nullptr;
 }
 
 CString CBDtechnologyContainer::sGetFootprintLayNameFromTypeInFoorprintLayerArray(CString sType) {
-  if (m_pFootprintLayerArray == nullptr) return {};
-  for (const CBDfootprintLayer* p : *m_pFootprintLayerArray) {
+  for (const CBDfootprintLayer* p : Required(m_pFootprintLayerArray)) {
     if (p != nullptr && p->m_sType == sType) return p->m_sName;
   }
   return {};
 }
 
 CString CBDtechnologyContainer::sGetLayerTypeFromSubLayer(const CString& sName) const {
-  if (m_pSubLayerArray == nullptr) return {};
-  for (const CBDsubLayer* p : *m_pSubLayerArray) {
+  for (const CBDsubLayer* p : Required(m_pSubLayerArray)) {
     if (p != nullptr && p->m_sName == sName)
       return p->m_sLayerKind == "type" ? CString("systemLayer") : p->m_sLayerKind;
   }

@@ -2,12 +2,13 @@
 
 #include <algorithm>
 #include <memory>
-#include <string>
+#include <optional>
 #include <string_view>
 
-#include "base/FileSystem.h"
+#include "base/CException.h"
 #include "base/TextOut.h"
 #include "reader/CECadCls.h"
+#include "reader/LineReader.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintContainer.h"
 #include "technology/CBDpad.h"
@@ -19,30 +20,36 @@ namespace laminate {
 
 namespace {
 
-// Lines of the log, each flushed at once.
+// Lines of the log, each flushed at once. The stream is that which the host has set by then.
 class LoadLog {
  public:
-  explicit LoadLog(std::FILE* fp) : m_fp(fp) {}
+  explicit LoadLog(std::FILE* const* pLogFile) : m_pLogFile(pLogFile) {}
   template <PrintFormat kFormat, class... Args>
   void Line(const Args&... args) const {
-    if (m_fp == nullptr) return;
-    PrintTo(m_fp, [&](TextOut& out) { out.Print<kFormat>(args...); });
-    std::fflush(m_fp);
+    std::FILE* fp = m_pLogFile == nullptr ? nullptr : *m_pLogFile;
+    if (fp == nullptr) return;
+    PrintTo(fp, [&](TextOut& out) { out.Print<kFormat>(args...); });
+    std::fflush(fp);
   }
 
  private:
-  std::FILE* m_fp;
+  std::FILE* const* m_pLogFile;
 };
 
-// Runs a step of the load; a form that lacks something is told to the status. `lineBefore()` gives how many lines of
-// the file stand before those that the forms count.
-template <class Step, class LineBefore>
-void Watch(const CString& sPath, LoadStatus& status, Step&& step, LineBefore&& lineBefore) {
+// The line in the file of a line that is counted from a form on; 0 where either is unknown.
+int LineOfFile(int nLine, std::optional<int> linesBefore) {
+  return nLine == 0 || !linesBefore ? 0 : nLine + *linesBefore;
+}
+
+// Runs a step of the load; a form that lacks something is told to the status and the host with its line in the file.
+// `linesBefore()` gives how many lines stand before those that the forms count.
+template <class Step, class LinesBefore>
+void Watch(const CString& sPath, LoadStatus& status, Step&& step, LinesBefore&& linesBefore) {
   try {
     step();
-  } catch (const CInvalidArgException& e) {
-    const int nLine = e.m_nLine == 0 ? 0 : e.m_nLine + lineBefore();
-    status.Set(LoadStatus::Result::invalidContent, sPath, nLine, 0, e.what());
+  } catch (CInvalidArgException& e) {
+    e.m_nLine = LineOfFile(e.m_nLine, linesBefore());
+    status.Set(LoadStatus::Result::invalidContent, sPath, e.m_nLine, 0, e.what());
     throw;
   }
 }
@@ -51,9 +58,9 @@ void Watch(const CString& sPath, LoadStatus& status, Step&& step) {
   Watch(sPath, status, step, [] { return 0; });
 }
 
-void TakeOver(LoadStatus& status, const LoadStatus& ofReader, int nLineBefore = 0) {
+void TakeOver(LoadStatus& status, const LoadStatus& ofReader, std::optional<int> linesBefore = 0) {
   if (ofReader.IsOk()) return;
-  const int nLine = ofReader.m_nLine == 0 ? 0 : ofReader.m_nLine + nLineBefore;
+  const int nLine = LineOfFile(ofReader.m_nLine, linesBefore);
   status.Set(ofReader.m_result, ofReader.m_sFile, nLine, ofReader.m_nColumn, ofReader.m_sText);
 }
 
@@ -91,17 +98,22 @@ void ReadContainer(const CECadClsLvl& node, FootprintFileTarget& target, Library
   });
 }
 
-// How many lines end before an offset of the file; only asked for when a fault is told.
-int LinesBefore(const CString& sPath, ULONGLONG nOffset) {
-  std::string sText;
-  ReadWholeFile(sPath, sText);
-  const auto nBytes = static_cast<std::ptrdiff_t>(std::min<ULONGLONG>(nOffset, sText.size()));
-  return static_cast<int>(std::count(sText.begin(), sText.begin() + nBytes, '\n'));
+// How many lines end before an offset of the file, if that can be told; only asked for a fault, which must not be
+// hidden by another one.
+std::optional<int> LinesBefore(const CString& sPath, ULONGLONG nOffset) {
+  try {
+    LineReader lines(sPath);
+    std::ptrdiff_t nLines = 0;
+    ULONGLONG nAt = 0;
+    for (std::string_view s; nAt < nOffset && lines.NextBlock(s); nAt += s.size()) {
+      s = s.substr(0, static_cast<std::size_t>(std::min<ULONGLONG>(nOffset - nAt, s.size())));
+      nLines += std::count(s.begin(), s.end(), '\n');
+    }
+    if (lines.Error() == 0) return static_cast<int>(nLines);
+  } catch (const std::bad_alloc&) {
+  }
+  return {};
 }
-
-}  // namespace
-
-namespace {
 
 void ReadFile(const CECadCls& reader, FootprintFileTarget& target, const LoadLog& log) {
   const CString& sPath = reader.m_sFileName;
@@ -122,9 +134,7 @@ void ReadFile(const CECadCls& reader, FootprintFileTarget& target, const LoadLog
   log.Line<"Complete Translating FTF file to BD Database\n">();
 }
 
-}  // namespace
-
-void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
+void LoadWhole(const CString& sPath, FootprintFileTarget& target) {
   const LoadLog log(target.pLogFile);
   const auto pReader = std::make_unique<CECadCls>();
   pReader->m_sFileName = sPath;
@@ -135,12 +145,7 @@ void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
   ReadFile(*pReader, target, log);
 }
 
-void ReadFootprintFile(const CECadCls& reader, FootprintFileTarget& target) {
-  TakeOver(target.status, reader.m_status);
-  ReadFile(reader, target, LoadLog(nullptr));
-}
-
-void LoadFootprintsByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarget& target) {
+void LoadByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarget& target) {
   const auto pReader = std::make_unique<CECadCls>();
   pReader->m_sFileName = sPath;
   pReader->vCollectFormOffsets("footprint", arrNames);
@@ -163,7 +168,7 @@ void LoadFootprintsByName(const CString& sPath, CStringArray& arrNames, Footprin
   }
 }
 
-void LoadPadsAndPadstacks(const CString& sPath, FootprintFileTarget& target) {
+void LoadPads(const CString& sPath, FootprintFileTarget& target) {
   const auto pReader = std::make_unique<CECadCls>();
   pReader->m_sFileName = sPath;
   LibraryContext context;
@@ -180,6 +185,27 @@ void LoadPadsAndPadstacks(const CString& sPath, FootprintFileTarget& target) {
   withForm("technologyContainer", [&](const CECadClsLvl& form) { ReadFootprintTechnology(form, target.technology); });
   withForm("pads", [&](const CECadClsLvl& form) { ReadPads(form, target.footprints, context); });
   withForm("padstacks", [&](const CECadClsLvl& form) { ReadPadstacks(form, target.footprints, context); });
+}
+
+}  // namespace
+
+void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target) {
+  WithPlatformFailures([&] { LoadWhole(sPath, target); });
+}
+
+void ReadFootprintFile(const CECadCls& reader, FootprintFileTarget& target) {
+  WithPlatformFailures([&] {
+    TakeOver(target.status, reader.m_status);
+    ReadFile(reader, target, LoadLog(nullptr));
+  });
+}
+
+void LoadFootprintsByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarget& target) {
+  WithPlatformFailures([&] { LoadByName(sPath, arrNames, target); });
+}
+
+void LoadPadsAndPadstacks(const CString& sPath, FootprintFileTarget& target) {
+  WithPlatformFailures([&] { LoadPads(sPath, target); });
 }
 
 }  // namespace laminate

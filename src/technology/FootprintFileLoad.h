@@ -17,12 +17,14 @@ struct FootprintFileTarget {
   CBDtechnologyContainer& technology;  ///< gets the technology's name and the footprint layers
   CBDfootprintContainer& footprints;   ///< gets pads, padstacks and footprints
   CBDdrawObjArray* pBoardShapes;       ///< gets the shapes inside board assemblies; null: there is no board
-  std::FILE* pLogFile = nullptr;       ///< log of the full load, flushed line by line, or null; not closed
-  LoadStatus& status;                  ///< the first fault of the load
+  /// Where the host keeps the log of the full load, which is flushed line by line and not closed. The host may change
+  /// the stream whenever the load calls it; without one nothing is logged.
+  std::FILE* const* pLogFile = nullptr;
+  LoadStatus& status;  ///< the first fault of the load
 };
 
 /// Loads a footprint file whole. A file without a root form "ftf" gives nothing. A value that a form needs and lacks
-/// raises `CInvalidArgException`, after the status has told it with its line; what was read stays.
+/// raises `CInvalidArgException` with its line, after the status has told it; what was read stays.
 void LoadFootprintFile(const CString& sPath, FootprintFileTarget& target);
 
 /// The same for a file that has been parsed whole. Nothing is logged.

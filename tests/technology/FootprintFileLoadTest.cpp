@@ -1,5 +1,6 @@
 #include "technology/FootprintFileLoad.h"
 
+#include "base/AllocationFault.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintContainer.h"
 #include "technology/CBDfootprintLayer.h"
@@ -68,13 +69,23 @@ class Library {
   CBDdrawObjArray boardShapes;
   LoadStatus status;
   bool bNoFile = false;
+  std::FILE* fpLog = nullptr;  // as a host keeps it
+  int nRaisedLine = 0;
 
  private:
   template <class Step>
   std::string Run(const std::string& text, Step&& step) {
     if (!bNoFile) m_memory.files["f.ftf"] = text;
-    FootprintFileTarget target{technology, container, &boardShapes, m_fpLog, status};
-    return RaisedBy([&] { step(target); });
+    FootprintFileTarget target{technology, container, &boardShapes, &fpLog, status};
+    fpLog = m_fpLog;
+    return RaisedBy([&] {
+      try {
+        step(target);
+      } catch (const CInvalidArgException& e) {
+        nRaisedLine = e.m_nLine;
+        throw;
+      }
+    });
   }
 
   MemoryFileSystem m_memory;
@@ -225,6 +236,53 @@ TEST(FootprintFileLoad, WithoutALog) {
   EXPECT_EQ(3, container.m_pFootprintArray->GetSize());
 }
 
+TEST(FootprintFileLoad, TheHostMayTakeTheLogAway) {
+  struct TakesLog : CHostInterface {
+    explicit TakesLog(std::FILE*& fpLog) : fp(fpLog) {}
+    int OnAfxMessageBox(const CString&, UINT, UINT) override {
+      fp = nullptr;
+      return IDOK;
+    }
+    std::FILE*& fp;
+  };
+  Library library;
+  TakesLog host(library.fpLog);
+  const CHostInterfaceScope scope(host);
+  EXPECT_EQ("", library.Load("(ftf (footprintContainer (pads (pad P (geometry (teapot))) (pad Q))))"));
+  EXPECT_EQ(kHead + "pads\npad-P\n", library.Log());
+  EXPECT_EQ(": pP pQ", library.Show());
+}
+
+TEST(FootprintFileLoad, FailingMemoryRaisesThePlatformsException) {
+  MemoryFileSystem memory;
+  memory.files["f.ftf"] = kText;
+  memory.files["bad.ftf"] = "(ftf\n(footprint F2\n(toeprint\n(pin)\n)\n)\n)\n";
+  laminate::FileSystemScope scope(memory);
+  CBDtechnologyContainer technology;
+  CBDfootprintContainer container;
+  LoadStatus status;
+  FootprintFileTarget target{technology, container, nullptr, nullptr, status};
+  CStringArray names;
+  names.Add("F2");
+  const auto loads = {+[](FootprintFileTarget& t, CStringArray&) { laminate::LoadFootprintFile("f.ftf", t); },
+                      +[](FootprintFileTarget& t, CStringArray& n) { laminate::LoadFootprintsByName("f.ftf", n, t); },
+                      +[](FootprintFileTarget& t, CStringArray& n) { laminate::LoadFootprintsByName("bad.ftf", n, t); },
+                      +[](FootprintFileTarget& t, CStringArray&) { laminate::LoadPadsAndPadstacks("f.ftf", t); }};
+  int nPlain = 0;
+  for (const auto load : loads) {
+    const auto run = [&] {
+      try {
+        load(target, names);
+      } catch (const CException&) {
+      } catch (const std::bad_alloc&) {
+        ++nPlain;
+      }
+    };
+    EXPECT_GT(laminate::test::ForEachFailingAllocation(run), 0);
+  }
+  EXPECT_EQ(0, nPlain);
+}
+
 TEST(FootprintFileLoad, ShapesOfABoardAssemblyGoToTheBoard) {
   Library library;
   EXPECT_EQ("",
@@ -263,6 +321,7 @@ TEST(FootprintsByName, AFaultIsToldWithItsLineInTheFile) {
   EXPECT_EQ(": fA1", library.Show());
   EXPECT_EQ(LoadStatus::Result::invalidContent, library.status.m_result);
   EXPECT_EQ(6, library.status.m_nLine);
+  EXPECT_EQ(6, library.nRaisedLine);
 }
 
 TEST(FootprintsByName, AFileThatCannotBeOpened) {

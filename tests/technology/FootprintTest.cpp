@@ -258,7 +258,7 @@ TEST(FootprintWriting, NullParts) {
                 ")\n(grid\n(rectGrid\n(origin\n(pt 0 0)\n)\n(x 0.00000)\n(y 0.00000)\n)\n)\n" + kNoMinRect +
                 "(polarity NO)\n(panelUse NO)\n)\n",
             Printed(footprint));
-  EXPECT_EQ("SMD", footprint.sGetInsertionTypeOfFootprint(nullptr));
+  EXPECT_NE("", RaisedBy([&] { footprint.sGetInsertionTypeOfFootprint(nullptr); }));
   CBDheelprint heelprint;
   delete std::exchange(heelprint.m_pDrawObjArray, nullptr);
   EXPECT_EQ(kEmptyHeelprint, Printed2(heelprint));
@@ -318,6 +318,13 @@ TEST(FootprintContainerLookUp, TakesTheFirstExactMatch) {
     EXPECT_EQ(nullptr, container.pGetPadFromName(szName));
     EXPECT_EQ(nullptr, container.pGetPadstackFromName(szName));
   }
+  delete std::exchange(container.m_pFootprintArray, nullptr);
+  delete std::exchange(container.m_pPadArray, nullptr);
+  delete std::exchange(container.m_pPadstackArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] { container.nGetFootprintIDFromName("A"); }));
+  EXPECT_NE("", RaisedBy([&] { container.pGetFootprintWithName("A"); }));
+  EXPECT_NE("", RaisedBy([&] { container.pGetPadFromName("A"); }));
+  EXPECT_NE("", RaisedBy([&] { container.pGetPadstackFromName("A"); }));
 }
 
 TEST(ToeprintPinArray, GivesTheFirstPinOfAName) {
@@ -333,10 +340,8 @@ TEST(FootprintInsertionType, TheFirstPadThatDecides) {
   CBDfootprintContainer container;
   AddNamed(*container.m_pPadstackArray, "DRILLED")->m_pHole->m_pDrawObj = new CBDhole;
   AddNamed(*container.m_pPadstackArray, "FLAT");
-  AddNamed(*container.m_pPadstackArray, "BARE");
-  delete std::exchange(container.m_pPadstackArray->GetAt(2)->m_pHole, nullptr);
-  // A pin per word, a shape per letter: P a pad, D, F, B, U a padstack that is drilled, flat, without hole or unknown,
-  // O something else, X something else that says it is a padstack, 0 an empty slot.
+  // A pin per word, a shape per letter: P a pad, D, F, U a padstack that is drilled, flat or unknown, O something else,
+  // X something else that says it is a padstack, 0 an empty slot.
   const auto type = [&](const std::string& pins) {
     CBDfootprint footprint;
     footprint.m_pToeprintPinArray->Add(nullptr);
@@ -350,23 +355,29 @@ TEST(FootprintInsertionType, TheFirstPadThatDecides) {
       if (c == 'P') pShape = new CBDdrawPad;
       if (c == 'O' || c == 'X') pShape = new CBDcircle;
       if (c == 'X') pShape->m_sKind = "DRAWPADSTACK";
-      if (std::string("DFBU").find(c) != std::string::npos) {
+      if (std::string("DFU").find(c) != std::string::npos) {
         auto* pPlaced = new CBDdrawPadstack;
-        pPlaced->m_sPadstackName = c == 'D' ? "DRILLED" : c == 'F' ? "FLAT" : c == 'B' ? "BARE" : "UNKNOWN";
+        pPlaced->m_sPadstackName = c == 'D' ? "DRILLED" : c == 'F' ? "FLAT" : "UNKNOWN";
         pShape = pPlaced;
       }
       pPin->m_pDrawObjArray->Add(pShape);
     }
     return Str(footprint.sGetInsertionTypeOfFootprint(&container));
   };
-  for (const char* szPins : {"D", "FD", "OD", "F D", "U D", "B D", "0D", "X D", " D"})
+  for (const char* szPins : {"D", "FD", "OD", "F D", "U D", "0D", "X D", " D"})
     EXPECT_EQ("DIP", type(szPins)) << szPins;
-  for (const char* szPins : {"", "P", "P D", "FP D", "F", "U", "B", "O", "X", "0"})
-    EXPECT_EQ("SMD", type(szPins)) << szPins;
+  for (const char* szPins : {"", "P", "P D", "FP D", "F", "U", "O", "X", "0"}) EXPECT_EQ("SMD", type(szPins)) << szPins;
 
   CBDfootprint footprint;
-  AddNamed(*footprint.m_pToeprintPinArray, "1")->m_pDrawObjArray->Add(new CBDdrawPadstack);
+  auto* pPlaced = new CBDdrawPadstack;
+  pPlaced->m_sPadstackName = "FLAT";
+  CBDtoeprintPin& pin = *AddNamed(*footprint.m_pToeprintPinArray, "1");
+  pin.m_pDrawObjArray->Add(pPlaced);
   EXPECT_NE("", RaisedBy([&] { footprint.sGetInsertionTypeOfFootprint(nullptr); }));
+  delete std::exchange(container.m_pPadstackArray->GetAt(1)->m_pHole, nullptr);
+  EXPECT_NE("", RaisedBy([&] { footprint.sGetInsertionTypeOfFootprint(&container); }));
+  delete std::exchange(pin.m_pDrawObjArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] { footprint.sGetInsertionTypeOfFootprint(&container); }));
 }
 
 TEST(FootprintObjects, StartAsTold) {

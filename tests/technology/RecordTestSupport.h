@@ -92,6 +92,7 @@ struct ReadCase {
   const char* name;
   std::string input;
   std::string expected;
+  std::vector<std::string> boxes = {};  // the message boxes that the reading shows
 };
 inline std::ostream& operator<<(std::ostream& out, const ReadCase& test) { return out << test.name; }
 
@@ -110,5 +111,6 @@ inline void CheckReading(const std::vector<ReadCase>& cases,
       EXPECT_EQ("", raised);
       EXPECT_EQ(test.expected, found);
     }
+    EXPECT_EQ(test.boxes, tree.Boxes());
   }
 }
