@@ -6,8 +6,8 @@
 #include "board/CBDcomponent.h"
 #include "board/CBDnet.h"
 #include "board/CBDsubBoard.h"
-#include "board/LayerForms.h"
 #include "board/LayerGathering.h"
+#include "board/LayoutBlocks.h"
 
 using namespace laminate;
 
@@ -29,57 +29,31 @@ void CBDboardContainer::vSortDrawObjForLayerOrder() {
 
 namespace {
 
-// Copper layers are known by their number, all others by their name. The two are remembered apart: a number stays known
-// while shapes of other layers pass, and so its next shape opens no layer anew.
-class LayoutWriter {
- public:
-  explicit LayoutWriter(TextOut& out) : m_out(out) {}
-
-  void Write(CBDdrawObj& shape) {
-    if (shape.m_nLayerNumber != 0) {
-      if (m_bFirst || shape.m_nLayerNumber != m_nNumber) {
-        m_nNumber = shape.m_nLayerNumber;
-        CloseLayer();
-        m_out.Print<"(layer (conductive %d)\n">(m_nNumber);
-      }
-    } else if (m_bFirst || shape.m_sLayerName != m_sName) {
-      m_sName = shape.m_sLayerName;
-      CloseLayer();
-      OpenByType(shape);
-    }
-    m_bFirst = false;
-    shape.Write(m_out, 1);
+void WriteHeader(TextOut& out, const CBDdrawObj& shape, LayoutBlocks::Header header) {
+  const auto quote = QuoteIf(HoldsBracket(shape.m_sLayerName));
+  switch (header) {
+    case LayoutBlocks::Header::none:
+      return;
+    case LayoutBlocks::Header::conductive:
+      return out.Print<"(layer (conductive %d)\n">(shape.m_nLayerNumber);
+    case LayoutBlocks::Header::nonConductive:
+      return out.Print<"(layer (nonConductive %s%s%s)\n">(quote, shape.m_sLayerName, quote);
+    case LayoutBlocks::Header::systemLayer:
+      return out.Print<"(layer (systemLayer (type %s%s%s))\n">(quote, shape.m_sLayerName, quote);
   }
-
-  void End() { CloseLayer(); }
-
- private:
-  void CloseLayer() {
-    if (!m_bFirst) m_out.Print<")\n">();
-  }
-  void OpenByType(const CBDdrawObj& shape) {
-    const auto quote = QuoteIf(HoldsBracket(m_sName));
-    if (shape.m_sLayerType == kNonConductive) {
-      m_out.Print<"(layer (nonConductive %s%s%s)\n">(quote, m_sName, quote);
-    } else if (shape.m_sLayerType == kSystemLayer) {
-      m_out.Print<"(layer (systemLayer (type %s%s%s))\n">(quote, m_sName, quote);
-    }
-    // Any other type opens nothing, and yet a bracket closes it in the end: the form is like that.
-  }
-
-  TextOut& m_out;
-  bool m_bFirst = true;
-  int m_nNumber = 0;
-  CString m_sName;
-};
+}
 
 void WriteLayout(TextOut& out, CBDdrawObjArray* pShapes) {
   if (pShapes == nullptr) return;
-  LayoutWriter writer(out);
+  LayoutBlocks blocks;
   for (CBDdrawObj* p : *pShapes) {
-    if (p != nullptr) writer.Write(*p);
+    if (p == nullptr) continue;
+    const LayoutBlocks::Step step = blocks.Next(*p);
+    if (step.closes) out.Print<")\n">();
+    WriteHeader(out, *p, step.opens);
+    p->Write(out, 1);
   }
-  writer.End();
+  if (blocks.CloseLast()) out.Print<")\n">();
 }
 
 }  // namespace

@@ -41,7 +41,7 @@ std::unique_ptr<CBDgate> laminate::ReadGate(const CECadClsLvl& node) {
     ReadChild(kGate, *pChild, *p, context, seen);
     --nLeft;
   }
-  if (nLeft != 0) RaiseMissingChild(node, {});
+  if (nLeft != 0) throw CInvalidArgException("\"gate\" has fewer forms in it than values", node.m_nLine);
   p->m_pGatePinArray->FreeExtra();
   return p;
 }

@@ -2,10 +2,12 @@
 
 #include <array>
 #include <cstdint>
+#include <map>
 #include <string_view>
-#include <unordered_map>
 #include <utility>
 #include <vector>
+
+#include "base/CException.h"
 
 namespace laminate {
 
@@ -14,7 +16,8 @@ namespace {
 using Index = std::uint32_t;
 constexpr Index kNone = 0xFFFFFFFF;
 
-// Numbers the keys that it meets, from 0. Before the hash table stands a small direct one, since layers are few.
+// Numbers the keys that it meets, from 0. Before the map stands a small direct table, since layers are few. An ordered
+// map, for a file may choose its layers so that the keys of a hash table collide.
 template <class Key, class SlotOf>
 class KeyIds {
  public:
@@ -35,7 +38,7 @@ class KeyIds {
   };
   SlotOf m_slotOf;
   std::array<Recent, 256> m_recent;
-  std::unordered_map<Key, Index> m_ids;
+  std::map<Key, Index> m_ids;
 };
 
 std::size_t SlotOfNumber(int n) { return static_cast<std::size_t>(static_cast<unsigned>(n)); }
@@ -82,15 +85,18 @@ std::vector<Index> Gather(const std::vector<Index>& keys, std::size_t nKeys, con
   return order;
 }
 
-std::vector<CBDdrawObj*> Ordered(const std::vector<CBDdrawObj*>& shapes, const std::vector<Index>& order) {
-  std::vector<CBDdrawObj*> result;
-  result.reserve(shapes.size());
-  for (const Index i : order) result.push_back(shapes[i]);
+using Shapes = std::vector<const CBDdrawObj*>;
+
+template <class T>
+std::vector<T> Ordered(const std::vector<T>& elements, const std::vector<Index>& order) {
+  std::vector<T> result;
+  result.reserve(elements.size());
+  for (const Index i : order) result.push_back(elements[i]);
   return result;
 }
 
 // By number, from -1: every shape may lead.
-std::vector<Index> OrderByNumber(const std::vector<CBDdrawObj*>& shapes) {
+std::vector<Index> OrderByNumber(const Shapes& shapes) {
   KeyIds<int, decltype(&SlotOfNumber)> ids(&SlotOfNumber);
   const Index start = ids.Of(-1);
   std::vector<Index> keys;
@@ -100,7 +106,7 @@ std::vector<Index> OrderByNumber(const std::vector<CBDdrawObj*>& shapes) {
 }
 
 // By name, from the empty one: shapes of number 0 may lead, and take those of any number along.
-std::vector<Index> OrderByName(const std::vector<CBDdrawObj*>& shapes) {
+std::vector<Index> OrderByName(const Shapes& shapes) {
   KeyIds<std::string_view, decltype(&SlotOfName)> ids(&SlotOfName);
   const Index start = ids.Of({});
   std::vector<Index> keys;
@@ -116,14 +122,30 @@ std::vector<Index> OrderByName(const std::vector<CBDdrawObj*>& shapes) {
 
 }  // namespace
 
+std::vector<INT_PTR> GatheredSlots(const CBDdrawObjArray& array) {
+  return WithPlatformFailures([&array] {
+    Shapes shapes;
+    std::vector<INT_PTR> slots;
+    shapes.reserve(static_cast<std::size_t>(array.GetSize()));
+    slots.reserve(shapes.capacity());
+    for (INT_PTR i = 0; i < array.GetSize(); ++i) {
+      if (array.GetAt(i) == nullptr) continue;
+      shapes.push_back(array.GetAt(i));
+      slots.push_back(i);
+    }
+    const std::vector<Index> byNumber = OrderByNumber(shapes);
+    shapes = Ordered(shapes, byNumber);
+    return Ordered(Ordered(slots, byNumber), OrderByName(shapes));
+  });
+}
+
 void GatherByLayer(CBDdrawObjArray& array) {
-  std::vector<CBDdrawObj*> shapes;
-  shapes.reserve(static_cast<std::size_t>(array.GetSize()));
-  for (CBDdrawObj* p : array) {
-    if (p != nullptr) shapes.push_back(p);
-  }
-  shapes = Ordered(shapes, OrderByNumber(shapes));
-  shapes = Ordered(shapes, OrderByName(shapes));
+  const std::vector<CBDdrawObj*> shapes = WithPlatformFailures([&array] {
+    std::vector<CBDdrawObj*> gathered;
+    gathered.reserve(static_cast<std::size_t>(array.GetSize()));
+    for (const INT_PTR nSlot : GatheredSlots(array)) gathered.push_back(array.GetAt(nSlot));
+    return gathered;
+  });
   auto it = shapes.begin();
   for (CBDdrawObj*& p : array) {
     if (p != nullptr) p = *it++;

@@ -162,7 +162,7 @@ constexpr auto kLayerParameter = Losses<CBDlayerParameter>(
     Custom<CBDlayerParameter>("m_sLayerName", Fate::normalised, "the number of a conductive layer", &LosesName),
     Kept<&CBDlayerParameter::m_nLayerNumber>(), Kept<&CBDlayerParameter::m_nColorId>(),
     Kept<&CBDlayerParameter::m_nPriority>(),
-    Constant<&CBDlayerParameter::m_sDisplayMode, "EMPTY">("EMPTY, under a keyword that is not read"),
+    Dropped<&CBDlayerParameter::m_sDisplayMode>("EMPTY is written, under a keyword that is not read"),
     Constant<&CBDlayerParameter::m_nHatchAngle, "45">(), Constant<&CBDlayerParameter::m_nHatchPitch, "20">(),
     Constant<&CBDlayerParameter::m_sMrcMode, "OFF">());
 
@@ -228,7 +228,7 @@ void FindBoardLosses(const CBDboardContainer& board, LossFinder& finder) {
     ForEachElement(finder, "m_pRefPinArray", net.m_pRefPinArray,
                    [&finder](const CBDrefPin& pin) { kRefPin.Find(pin, finder); });
   });
-  FindShapeLosses("m_pDrawObjArray", board.m_pDrawObjArray, ShapePlace::layout, finder);
+  FindLayoutLosses("m_pDrawObjArray", board.m_pDrawObjArray, finder);
   ForEachElement(finder, "m_pSubBoardArray", board.m_pSubBoardArray, [&finder](const CBDsubBoard& subBoard) {
     finder.Tell("CBDsubBoard", {}, Fate::dropped, {},
                 std::to_string(subBoard.m_nId) + " " + ValueText(subBoard.m_sRelativePath));

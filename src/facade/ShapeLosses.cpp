@@ -6,6 +6,8 @@
 #include <unordered_map>
 
 #include "base/CLProperty.h"
+#include "board/LayerGathering.h"
+#include "board/LayoutBlocks.h"
 #include "drawobj/CBDareaz.h"
 #include "drawobj/CBDcircle.h"
 #include "drawobj/CBDdelete.h"
@@ -378,11 +380,16 @@ void Find(const CBDdrawObj& shape, const ShapeWalk& walk) {
 
 class Shared {
  public:
-  Shared(const CBDdrawObj& shape, ShapePlace place, int nMode, LossFinder& finder)
-      : m_shape(shape), m_place(place), m_nMode(nMode), m_finder(finder) {}
+  /// `pHeader`: the shape for which the block was opened that this one stands in, or null; of the layout only.
+  Shared(const CBDdrawObj& shape, ShapePlace place, int nMode, const CBDdrawObj* pHeader, LossFinder& finder)
+      : m_shape(shape), m_place(place), m_nMode(nMode), m_pHeader(pHeader), m_finder(finder) {}
 
-  /// False when the shape is not written at all.
+  /// False when nothing of the shape is read again.
   bool Find() {
+    if (m_place == ShapePlace::layout && m_pHeader == nullptr) {
+      Tell("", Fate::dropped, "written into no layer, and so not read", ValueText(m_shape.m_sKind));
+      return false;
+    }
     const bool bNeedsName = m_place == ShapePlace::component || m_place == ShapePlace::pin ||
                             m_place == ShapePlace::group || m_place == ShapePlace::heelprint;
     if (bNeedsName && m_shape.m_sLayerName.IsEmpty()) {
@@ -421,15 +428,7 @@ class Shared {
     const std::string_view name = m_shape.m_sLayerName.View();
     switch (m_place) {
       case ShapePlace::layout:
-        if (m_shape.m_nLayerNumber != 0) {
-          Name(name == std::to_string(m_shape.m_nLayerNumber), "the number of the layer");
-          Type("conductive", "conductive, as the layer has a number");
-        } else if (m_shape.m_sLayerType == "nonConductive" || m_shape.m_sLayerType == "systemLayer") {
-          Name(ReadsBackNamed(name, "()"), "in quotes only if it holds a bracket");
-        } else {
-          Tell("m_sLayerType", Fate::dropped, "no header is written: the shape stands in the layer before it",
-               ValueText(m_shape.m_sLayerType));
-        }
+        LayerOfLayout(name);
         break;
       case ShapePlace::component:
         Name(ReadsBackNamed(name, "() "), "in quotes only if it holds a bracket or a blank");
@@ -456,6 +455,37 @@ class Shared {
         break;
       case ShapePlace::inside:
         break;
+    }
+  }
+
+  void LayerOfLayout(std::string_view name) {
+    const bool bNumber = m_shape.m_nLayerNumber != 0;
+    const bool bOwn = m_pHeader->m_nLayerNumber == m_shape.m_nLayerNumber &&
+                      (bNumber || (m_pHeader->m_sLayerName == m_shape.m_sLayerName &&
+                                   m_pHeader->m_sLayerType == m_shape.m_sLayerType));
+    if (!bOwn) {
+      LayerBefore();
+    } else if (bNumber) {
+      Name(name == std::to_string(m_shape.m_nLayerNumber), "the number of the layer");
+      Type("conductive", "conductive, as the layer has a number");
+    } else {
+      Name(!name.empty() && ReadsBackNamed(name, "()"), "in quotes only if it holds a bracket");
+    }
+  }
+  // What the shape has of a layer that is not its own.
+  void LayerBefore() {
+    constexpr std::string_view kNote = "written into the layer before it";
+    const int nNumber = m_pHeader->m_nLayerNumber;
+    const std::string sName = nNumber != 0 ? std::to_string(nNumber) : ValueText(m_pHeader->m_sLayerName);
+    const std::string_view sType = nNumber != 0 ? "conductive" : m_pHeader->m_sLayerType.View();
+    if (m_shape.m_nLayerNumber != nNumber) {
+      Tell("m_nLayerNumber", Fate::dropped, kNote, std::to_string(m_shape.m_nLayerNumber));
+    }
+    if (m_shape.m_sLayerName.View() != sName) {
+      Tell("m_sLayerName", Fate::dropped, kNote, ValueText(m_shape.m_sLayerName));
+    }
+    if (m_shape.m_sLayerType.View() != sType) {
+      Tell("m_sLayerType", Fate::dropped, kNote, ValueText(m_shape.m_sLayerType));
     }
   }
 
@@ -488,6 +518,7 @@ class Shared {
   const CBDdrawObj& m_shape;
   ShapePlace m_place;
   int m_nMode;
+  const CBDdrawObj* m_pHeader;
   LossFinder& m_finder;
 };
 
@@ -503,15 +534,43 @@ int Mode(const CBDdrawObj& shape, ShapePlace place) {
   }
 }
 
+void FindInBlock(const CBDdrawObj& shape, ShapePlace place, const CBDdrawObj* pHeader, LossFinder& finder) {
+  const int nMode = Mode(shape, place);
+  if (Shared(shape, place, nMode, pHeader, finder).Find()) Find(shape, {place, nMode, false, finder});
+}
+
 }  // namespace
 
 void FindShapeLosses(const CBDdrawObj& shape, ShapePlace place, LossFinder& finder) {
-  const int nMode = Mode(shape, place);
-  if (Shared(shape, place, nMode, finder).Find()) Find(shape, {place, nMode, false, finder});
+  FindInBlock(shape, place, nullptr, finder);
 }
 
 void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ShapePlace place, LossFinder& finder) {
   ForEachElement(finder, sField, pShapes, [&](const CBDdrawObj& shape) { FindShapeLosses(shape, place, finder); });
+}
+
+void FindLayoutLosses(std::string_view sField, const CBDdrawObjArray* pShapes, LossFinder& finder) {
+  if (pShapes == nullptr) return;
+  // The blocks follow one another in the order of writing, the losses in that of the array.
+  std::vector<const CBDdrawObj*> headers(static_cast<std::size_t>(pShapes->GetSize()));
+  LayoutBlocks blocks;
+  const CBDdrawObj* pHeader = nullptr;
+  for (const INT_PTR nSlot : GatheredSlots(*pShapes)) {
+    const CBDdrawObj* p = pShapes->GetAt(nSlot);
+    const LayoutBlocks::Step step = blocks.Next(*p);
+    if (step.opens != LayoutBlocks::Header::none) {
+      pHeader = p;
+    } else if (step.closes) {
+      pHeader = nullptr;
+    }
+    headers[static_cast<std::size_t>(nSlot)] = pHeader;
+  }
+  for (INT_PTR i = 0; i < pShapes->GetSize(); ++i) {
+    const CBDdrawObj* p = pShapes->GetAt(i);
+    if (p == nullptr) continue;
+    const LossFinder::Step step(finder, sField, {}, i);
+    FindInBlock(*p, ShapePlace::layout, headers[static_cast<std::size_t>(i)], finder);
+  }
 }
 
 void FindHoleLosses(const CBDdrawObj& shape, LossFinder& finder) {

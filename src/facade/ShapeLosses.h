@@ -12,7 +12,7 @@ namespace laminate {
 
 /// Where a shape is written: that decides how its layer, its form and its "refer" come out.
 enum class ShapePlace {
-  layout,     ///< in a layer of the board layout
+  layout,     ///< in a block of the board layout
   component,  ///< in a component's own layout
   pin,        ///< in a pin's layout
   group,      ///< in a component group's layout
@@ -21,9 +21,11 @@ enum class ShapePlace {
   inside      ///< in a pad or in the hole of a padstack
 };
 
-/// Tells what is lost of a shape.
+/// Tells what is lost of a shape, or of those of an array, which stand in any place but the board layout.
 void FindShapeLosses(const CBDdrawObj& shape, ShapePlace place, LossFinder& finder);
 void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ShapePlace place, LossFinder& finder);
+/// The same for the board layout, whose shapes may come to stand in the blocks of others.
+void FindLayoutLosses(std::string_view sField, const CBDdrawObjArray* pShapes, LossFinder& finder);
 /// The same for what stands in a padstack as its hole.
 void FindHoleLosses(const CBDdrawObj& shape, LossFinder& finder);
 

@@ -4,11 +4,14 @@
 #include <random>
 #include <sstream>
 
+#include "base/AllocationFault.h"
 #include "board/CBDcompGroup.h"
 #include "board/CBDcomponent.h"
 #include "board/CBDnet.h"
 #include "board/CBDsubBoard.h"
+#include "drawobj/CBDcircle.h"
 #include "drawobj/CBDdelete.h"
+#include "drawobj/CBDline.h"
 #include "technology/RecordTestSupport.h"
 
 namespace {
@@ -175,6 +178,33 @@ TEST(LayoutGathering, TakesLinearTime) {
   EXPECT_LT(nChanges, 100);
 }
 
+TEST(LayoutGathering, TakesNoLongerForNumbersThatAHashTableWouldMix) {
+  // 50,000 numbers that fall into one bucket of a table of this prime size, four shapes of each.
+  CBDboardContainer board;
+  for (int i = 0; i < 200000; ++i) board.m_pDrawObjArray->Add(Shape({(i % 50000 - 25000) * 85229, "", ""}));
+  const std::clock_t start = std::clock();
+  board.vSortDrawObjForLayerOrder();
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 3);
+}
+
+TEST(LayoutGathering, LeavesTheOrderWhenMemoryFails) {
+  CBDboardContainer board;
+  Fill(board, {{1, "", ""}, {2, "", ""}, {1, "", ""}, {0, "a", ""}, {0, "b", ""}, {0, "a", ""}});
+  const auto fails = [&board](long n) {
+    const laminate::test::AllocationFault fault(n, laminate::test::AllocationFault::Duration::once);
+    try {
+      board.vSortDrawObjForLayerOrder();
+    } catch (const CMemoryException&) {
+      return true;
+    }
+    return false;
+  };
+  long n = 1;
+  for (; fails(n); ++n) EXPECT_EQ("1 2 1 a b a", Numbers(board));
+  EXPECT_GT(n, 10);
+  EXPECT_EQ("1 1 2 a a b", Numbers(board));
+}
+
 // ---- writing ----
 
 std::string SectionText(const std::string& components, const std::string& groups, const std::string& nets,
@@ -266,6 +296,37 @@ TEST(BoardWriting, LayerBlocks) {
   // And a name stays remembered while copper passes.
   EXPECT_EQ("(layer (conductive 1)x)(layer (nonConductive SILK)x)(layer (conductive 2)xx)",
             Layers({one, silk, {2, "SILK", "conductive"}, silk}));
+}
+
+TEST(BoardWriting, LinesOfLayerBlocks) {
+  CBDboardContainer board;
+  Fill(board, {{1, "", ""},
+               {0, "S", "nonConductive"},
+               {0, "S(1)", "nonConductive"},
+               {0, "H", "systemLayer"},
+               {0, "H(", "systemLayer"}});
+  EXPECT_EQ(SectionText("", "", "",
+                        "(layer (conductive 1)\n(delete\n)\n)\n"
+                        "(layer (nonConductive S)\n(delete\n)\n)\n"
+                        "(layer (nonConductive \"S(1)\")\n(delete\n)\n)\n"
+                        "(layer (systemLayer (type H))\n(delete\n)\n)\n"
+                        "(layer (systemLayer (type \"H(\"))\n(delete\n)\n)\n"),
+            Printed(board));
+}
+
+// The shapes stand by themselves, in the form with "geometry", and their nets are made ready each time.
+TEST(BoardWriting, ShapesStandByThemselves) {
+  CBDboardContainer board;
+  board.m_pDrawObjArray->Add(new CBDcircle);
+  auto* pLine = new CBDline;
+  board.m_pDrawObjArray->Add(pLine);
+  for (CBDdrawObj* p : *board.m_pDrawObjArray) p->m_nLayerNumber = 1;
+  pLine->m_sNet = "A%";
+  const std::string text = Printed(board);
+  EXPECT_NE(std::string::npos,
+            text.find("(layer (conductive 1)\n(geometry\n(circle 0.00000\n(pt 0.00000 0.00000)\n)\n)\n"));
+  EXPECT_NE(std::string::npos, text.find("(net \"A%%\")\n")) << text;
+  EXPECT_EQ("\"A%%\"", Str(pLine->m_sNet));
 }
 
 TEST(BoardWriting, GathersAndStaysGathered) {

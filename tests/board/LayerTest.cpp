@@ -47,6 +47,17 @@ TEST(LayerReading, Rows) {
           {"unless they name themselves", "(layer (conductive 1) (drawOf 2) (circle 1.0))", "CIRCLE@conductive/1/1"},
           {"remarks", "(layer (conductive 1) (ruleArea (circle)) (message x) (info) (circle 1.0))",
            "CIRCLE@conductive/1/1"},
+          {"headers that do not count",
+           "(layer (systemLayer (type H)) (conductive 1) (nonConductive A) (ruleArea (circle)) (message x) (info) "
+           "(circle "
+           "1.0))",
+           "CIRCLE@systemLayer/H/0"},
+          {"info and draw layers that name themselves by another",
+           "(layer (infoOf 1) (nonConductive A) (circle 1.0))",
+           "CIRCLE@nonConductive/A/0",
+           {"New Draw Type : infoOf"}},
+          {"nothing of a dropped layer is read", "(layer (infoOf 2) (circle) (refer) (teapot))", ""},
+          {"a refer to what is none", "(layer (refer (teapot) (oval)))", "", {"New Draw Type : teapot"}},
           {"what stands for no shape", "(layer (basePoint) (dimension) (circle 1.0))", "CIRCLE@//0"},
           {"refer", "(layer (refer (circle 1.0) (oval)) (oval))", "CIRCLE@//0r OVAL@//0"},
           {"refer to no shape", "(layer (refer (basePoint) (oval)))", ""},
