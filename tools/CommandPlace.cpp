@@ -74,13 +74,11 @@ void WriteRecord(Console& console, OutputFile& out, CBDcomponent& component) {
   out.Write({text.get(), nText});
 }
 
-void DrawComponent(Console& console, const Options& options, const CBDesigner& root, const CBDcomponent& component) {
+void DrawComponent(OutputFile& out, const Options& options, const CBDesigner& root, const CBDcomponent& component) {
   Scene scene(root, {.layers = {}, .side = options.side == "B" ? View::sideB : View::sideA});
   scene.AddComponent(component);
-  OutputFile out(console, options.picture);
   DrawPicture(scene, BoundsOf(scene), {.format = *FormatOf(options.picture)},
               [&out](std::string_view s) { out.Write(s); });
-  out.Commit();
 }
 
 void RefuseSecondOfName(Console& console, const Options& options, const CBDesigner& root) {
@@ -99,19 +97,27 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   }
   RefuseOutputOverInputs(console, options.output, options.files.List());
   RefuseOutputOverInputs(console, options.picture, options.files.List());
+  if (!options.picture.empty() && !options.output.empty() && SameFile(options.picture, options.output)) {
+    console.Fail({options.picture}, "the picture and the component cannot go into one file", kUsage);
+  }
   Host host(console, settings, options.files.List());
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   const CBDesigner& root = *pFacade->pGetBDesigner();
   if (saved) RefuseSecondOfName(console, options, root);
   std::unique_ptr<CBDcomponent> pComponent = PlaceFootprint(console, options, root);
   console.Settle();
-  if (!options.picture.empty()) DrawComponent(console, options, root, *pComponent);
+  // All is written before the first file takes its place.
+  OutputFile out(console, options.output);
+  std::optional<OutputFile> picture;
+  if (!options.picture.empty()) {
+    picture.emplace(console, options.picture);
+    DrawComponent(*picture, options, root, *pComponent);
+  }
   CBDcomponent& component = *pComponent;
   if (saved) {
     AppendOwned(*root.m_pBoardContainer->m_pComponentArray, std::move(pComponent));
     saved->Prepare(root);
   }
-  OutputFile out(console, options.output);
   if (options.json) {
     JsonWriter json(out);
     WriteComponent(json, component);
@@ -121,6 +127,7 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   }
   if (saved) saved->Commit();
   out.Commit();
+  if (picture) picture->Commit();
   return kDone;
 }
 

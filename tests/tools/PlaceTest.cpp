@@ -174,6 +174,23 @@ TEST_F(Place, WritesFiles) {
   EXPECT_TRUE(result.err.starts_with("none/record: error: cannot write: ")) << result.err;
 }
 
+TEST_F(Place, LeavesThePictureWhenTheRecordCannotBeWritten) {
+  EXPECT_EQ(run(Call({"CHIP0603", "--render", "p.svg", "-o", "none/record"})).status, 1);
+  EXPECT_EQ(folder.Names(), Strings{});
+  folder.Write("p.svg", "old");
+  EXPECT_EQ(run(Call({"CHIP0603", "--render", "p.svg", "-o", "none/record"})).status, 1);
+  EXPECT_EQ(folder.Read("p.svg"), "old");
+  EXPECT_EQ(run(Call({"CHIP0603", "--render", "none/p.svg", "-o", "record"})).status, 1);
+  EXPECT_EQ(folder.Names(), Strings{"p.svg"});
+}
+
+TEST_F(Place, RefusesOneFileForTwoOutputs) {
+  const CommandResult result = run(Call({"CHIP0603", "--render", "x.svg", "-o", "./x.svg"}));
+  EXPECT_EQ(result.status, 2);
+  EXPECT_EQ(result.err, "x.svg: error: the picture and the component cannot go into one file\n");
+  EXPECT_EQ(folder.Names(), Strings{});
+}
+
 TEST_F(Place, HasAHelpWithAnExample) {
   const CommandResult result = run({"place", "--help"});
   EXPECT_EQ(result.status, 0);

@@ -6,7 +6,9 @@
 #include <ctime>
 #include <functional>
 #include <memory>
+#include <set>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "board/CBDboardContainer.h"
@@ -769,14 +771,38 @@ TEST(RenderLayers, AreDrawnFromTheBackToTheFrontEachInAColourOfItsOwn) {
 
 TEST(RenderLayers, AnyNumberOfThemHaveColoursOfTheirOwn) {
   Board board;
-  for (int i = 0; i < 60; ++i) board.Layout().Add(On(("L" + std::to_string(i)).c_str(), Circle(0, 0, 1)));
+  for (int i = 0; i < 5000; ++i) board.Layout().Add(On(("L" + std::to_string(i)).c_str(), Circle(0, 0, 1)));
   for (int i = 1; i < 30; ++i) board.Layout().Add(On(std::to_string(i).c_str(), Circle(0, 0, 1), "conductive"));
   board.Draw();
-  ASSERT_EQ(board.colours.size(), 89u);
-  for (std::size_t i = 0; i < board.colours.size(); ++i) {
-    for (std::size_t k = 0; k < i; ++k) EXPECT_NE(board.colours[i], board.colours[k]) << i << " " << k;
-    EXPECT_NE(board.colours[i], kGround);
+  ASSERT_EQ(board.colours.size(), 5029u);
+  std::set<std::tuple<int, int, int>> seen{{kGround.red, kGround.green, kGround.blue}};
+  for (const Colour& colour : board.colours) {
+    EXPECT_TRUE(seen.emplace(colour.red, colour.green, colour.blue).second)
+        << int{colour.red} << " " << int{colour.green} << " " << int{colour.blue};
   }
+}
+
+TEST(RenderPainters, HatchingIsNotDashedByALineBeforeIt) {
+  const auto draw = [](bool bLineFirst) {
+    std::string sPicture;
+    const auto pPainter = MakePngPainter({.width = 20, .height = 10, .ground = kGround}, 200,
+                                         [&sPicture](std::string_view s) { sPicture += s; });
+    Path line;
+    line.Move({11, 5});
+    line.Line({19, 5});
+    Path square;
+    square.Move({1, 1});
+    for (const Vec pt : {Vec{9, 1}, Vec{9, 9}, Vec{1, 9}}) square.Line(pt);
+    square.Close();
+    pPainter->BeginGroup({.layer = "1", .colour = {255, 255, 255}});
+    if (bLineFirst) pPainter->Stroke(line, {}, {.width = 0.5, .dash = 1, .blank = 2});
+    pPainter->Hatch(square, {}, 1);
+    if (!bLineFirst) pPainter->Stroke(line, {}, {.width = 0.5, .dash = 1, .blank = 2});
+    pPainter->EndGroup();
+    pPainter->Finish();
+    return sPicture;
+  };
+  EXPECT_TRUE(draw(false) == draw(true));
 }
 
 TEST(RenderLayers, ComponentsAndGroupsDrawOnThemToo) {

@@ -97,7 +97,7 @@ class CairoPainter : public Painter {
       cairo_line_to(p, d - y1, y1);
     }
     Use(m_colour, 1);
-    cairo_set_line_width(p, dPitch / 4);
+    UsePen({.width = dPitch / 4});
     cairo_stroke(p);
     cairo_restore(p);
   }

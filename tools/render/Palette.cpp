@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <cstdint>
+#include <set>
 
 namespace laminate::cli {
 
@@ -37,8 +39,19 @@ constexpr std::array<Colour, 8> kInnerCopper = {{{0xb8, 0x9c, 0x38},
                                                  {0xa8, 0xb8, 0x60},
                                                  {0xd0, 0x70, 0x94}}};
 
-// Colours of one strength around the colour circle, each far from those before it.
-Colour Generated(int n) {
+constexpr std::uint32_t kColours = 1u << 24;
+
+std::uint32_t KeyOf(Colour colour) { return colour.red << 16 | colour.green << 8 | colour.blue; }
+
+// A row in which each colour comes: first those of one strength around the colour circle, each far from those before
+// it, then all, in steps that are prime to their count.
+Colour Generated(std::uint32_t n) {
+  constexpr std::uint32_t kHues = 360;
+  if (n >= kHues) {
+    const std::uint32_t nColour = (n - kHues) * 0x9e3779u % kColours;
+    return {static_cast<std::uint8_t>(nColour >> 16), static_cast<std::uint8_t>(nColour >> 8),
+            static_cast<std::uint8_t>(nColour)};
+  }
   constexpr double kGoldenAngle = 137.508;
   const double dHue = std::fmod(20 + n * kGoldenAngle, 360.0) / 60;
   const auto channel = [dHue](double dShift) {
@@ -59,8 +72,8 @@ std::vector<LayerStyle> StylesOf(const BoardLayers& layers) {
   int nLast = 1;
   for (const BoardLayer& layer : layers.All()) nLast = std::max(nLast, layer.number);
   std::vector<LayerStyle> styles;
-  std::vector<Colour> used{kGround, kScale};
-  int nGenerated = 0;
+  std::set<std::uint32_t> used{KeyOf(kGround), KeyOf(kScale)};
+  std::uint32_t nGenerated = 0;
   for (const BoardLayer& layer : layers.All()) {
     LayerStyle style{.colour = kGround};
     if (layer.conductive) {
@@ -71,8 +84,7 @@ std::vector<LayerStyle> StylesOf(const BoardLayers& layers) {
       style.colour = layer.place == LayerPlace::sideB ? it->back : it->front;
       style.opacity = it->opacity;
     }
-    while (std::ranges::find(used, style.colour) != used.end()) style.colour = Generated(nGenerated++);
-    used.push_back(style.colour);
+    while (!used.insert(KeyOf(style.colour)).second && used.size() != kColours) style.colour = Generated(nGenerated++);
     styles.push_back(style);
   }
   return styles;

@@ -15,8 +15,8 @@ struct LayerStyle {
   double opacity = 1;
 };
 
-/// A colour for each layer, all different: those of copper by number, those of other layers by type and side, and where
-/// two would be alike the next of a row without end.
+/// A colour for each layer, all different for as long as there are colours: those of copper by number, those of other
+/// layers by type and side, and where two would be alike the next of a row that comes to each colour.
 std::vector<LayerStyle> StylesOf(const BoardLayers& layers);
 
 /// The smaller, the more a layer of this type covers of what it lies on.
