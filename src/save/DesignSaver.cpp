@@ -63,13 +63,12 @@ bool DesignSaver::Save() {
   std::string sBoard;
   std::string sFootprints;
   if (!m_board.sTarget.IsEmpty()) {
-    sBoard = m_board.sSource.IsEmpty()
-                 ? FormsAsText(m_losses, [this](FormText& text) { PutBoardFile(text, m_design); }) + "\n"
-                 : PreservedBoard(m_design, source, boardSource.View(), m_losses).Text();
+    sBoard = m_board.sSource.IsEmpty() ? FormsAsText(m_losses, [this](FormText& text) { PutBoardFile(text, m_design); })
+                                       : PreservedBoard(m_design, source, boardSource.View(), m_losses).Text();
   }
   if (!m_footprints.sTarget.IsEmpty()) {
     sFootprints = m_footprints.sSource.IsEmpty()
-                      ? FormsAsText(m_losses, [this](FormText& text) { PutFootprintFile(text, m_design); }) + "\n"
+                      ? FormsAsText(m_losses, [this](FormText& text) { PutFootprintFile(text, m_design); })
                       : PreservedFootprints(m_design, source.Design(), footprintSource.View(), m_losses);
   }
   if (m_losses.IsRefused()) return false;

@@ -39,6 +39,7 @@ class RecordsOf {
     m_board.m_pNetArray = board.m_pNetArray;
     m_board.m_pSubBoardArray = board.m_pSubBoardArray;
     m_view.pBoard = &m_board;
+    m_view.nLayers = 0;
   }
   ~RecordsOf() {
     m_board.m_pCompGroupArray = m_own.pGroups;
