@@ -172,13 +172,10 @@ std::string PreservedBoard::Text() {
   EditComponents();
   EditShapes();
   if (m_losses.IsRefused()) return {};
-  std::string sText = m_edits.Apply();
-  if (!m_edits.IsEmpty()) {
-    const HeldText held(std::move(sText));
-    Verify(std::string(held.View()));
-    sText = held.View();
-  }
-  return sText;
+  if (m_edits.IsEmpty()) return std::string(m_edits.Text());
+  HeldText text(m_edits.Apply());
+  Verify(text);
+  return text.Take();
 }
 
 // ---- all that stands outside components and layout ----
@@ -480,9 +477,8 @@ void PreservedBoard::AddSection(const std::string& sText) {
 
 // ---- the proof ----
 
-void PreservedBoard::Verify(const std::string& sText) const {
-  const HeldText held{std::string(sText)};
-  const BoardText pieces = CutBoardText(held.View());
+void PreservedBoard::Verify(const HeldText& text) const {
+  const BoardText pieces = CutBoardText(text.View());
   const BoardText& old = m_source.Pieces();
   // What was allowed to be lost need not come back.
   const bool bExact = m_losses.Allowed().empty();

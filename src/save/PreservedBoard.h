@@ -36,7 +36,7 @@ class PreservedBoard {
   void EditShapes();
   void ChangeShape(std::size_t i, std::size_t j);
   void AddSection(const std::string& sText);
-  void Verify(const std::string& sText) const;
+  void Verify(const HeldText& text) const;
 
   const TextPiece& PieceOfComponent(std::size_t i) const;
   FormRange PlaceOfComponent(std::size_t i, const char*& begin, const char*& end) const;

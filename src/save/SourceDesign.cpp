@@ -31,6 +31,11 @@ int HeldText::Read(const CString& sPath) {
   return nError;
 }
 
+std::string HeldText::Take() {
+  m_s.resize(std::exchange(m_nSize, 0));
+  return std::move(m_s);
+}
+
 void HeldText::Pad() {
   m_nSize = m_s.size();
   m_s.append(LineReader::kPadding, '\0');

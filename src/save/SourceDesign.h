@@ -21,6 +21,8 @@ class HeldText {
   /// Reads a file; 0 or the negative `errno`.
   int Read(const CString& sPath);
   std::string_view View() const { return std::string_view(m_s).substr(0, m_nSize); }
+  /// The text as it was given, which this object has no longer.
+  std::string Take();
 
  private:
   void Pad();
