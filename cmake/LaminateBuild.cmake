@@ -100,10 +100,8 @@ endfunction()
 function(laminate_test_settings name)
   target_include_directories(${name} PRIVATE ${PROJECT_SOURCE_DIR}/tests)
   target_link_libraries(${name} PRIVATE laminate_options GTest::gmock GTest::gtest_main)
-  if(CMAKE_BUILD_TYPE STREQUAL "Release")
-    # The rooms under test keep the full optimisation; test code is big, runs once and gains nothing from it.
-    target_compile_options(${name} PRIVATE -O1)
-  endif()
+  # The rooms under test keep their optimisation; test code is big, runs once and gains nothing from it.
+  target_compile_options(${name} PRIVATE -O0)
   laminate_cache_precompiled(${name})
 endfunction()
 function(laminate_add_test_headers)
