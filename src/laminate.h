@@ -6,6 +6,7 @@
 #include "base/CArray.h"
 #include "base/CArrayN.h"
 #include "base/CArrayPointD.h"
+#include "base/CEvent.h"
 #include "base/CExPtrArray.h"
 #include "base/CException.h"
 #include "base/CFile.h"

@@ -23,6 +23,8 @@ bool RunLoad(Console& console, Host& host, const std::string& sFile, const std::
   host.Settle();
   if (ReportFault(console, status())) return false;
   if (!sRaised.empty()) console.Error({sFile}, sRaised);
+  // A good load may still have left its working folder behind.
+  if (const CString& sText = status().m_sText; !sText.IsEmpty()) console.Warning({sFile}, sText.View());
   return sRaised.empty();
 }
 

@@ -17,6 +17,7 @@ namespace {
 
 using laminate::DataFolder;
 using laminate::TheFileSystem;
+using laminate::WithPlatformFailures;
 
 struct DataPath {
   std::mutex guard;
@@ -81,14 +82,15 @@ CString BKUtility::GetDataPath() {
   DataPath& data = TheDataPath();
   const std::lock_guard lock(data.guard);
   if (!data.sChosen.IsEmpty()) {
-    if (const int nError = laminate::MakeFolders(data.sChosen.GetString()); nError != 0) {
+    const int nError = WithPlatformFailures([&data] { return laminate::MakeFolders(data.sChosen.GetString()); });
+    if (nError != 0) {
       AfxThrowFileException(CFileException::OsErrorToException(-nError), -nError, data.sChosen.GetString());
     }
     return data.sChosen;
   }
   if (data.pOwn == nullptr || !data.pOwn->IsOwn()) {
     data.pOwn.reset();
-    data.pOwn = std::make_unique<DataFolder>(DataFolder::SystemPlaces());
+    WithPlatformFailures([&data] { data.pOwn = std::make_unique<DataFolder>(DataFolder::SystemPlaces()); });
   }
   return CString(data.pOwn->Path());
 }
@@ -96,7 +98,7 @@ CString BKUtility::GetDataPath() {
 void BKUtility::SetDataPath(const CString& sPath) {
   DataPath& data = TheDataPath();
   CString sChosen;
-  if (!sPath.CView().empty()) sChosen = CString(AbsolutePath(sPath.CView()));
+  if (!sPath.CView().empty()) sChosen = WithPlatformFailures([&] { return CString(AbsolutePath(sPath.CView())); });
   const std::lock_guard lock(data.guard);
   data.sChosen = std::move(sChosen);
 }
@@ -125,7 +127,8 @@ CString BKUtility::GetSegmntFromFilePath(const CString& sPath, int nSegment) {
   if (dot != std::string_view::npos) name = name.substr(0, dot);
   CString result(name.substr(0, kNameLength));
   ConvertStringForVaildFolderName(result);
-  result.AppendFormat("_%016llx", static_cast<unsigned long long>(StableHash(AbsolutePath(path))));
+  const std::uint64_t hash = WithPlatformFailures([&] { return StableHash(AbsolutePath(path)); });
+  result.AppendFormat("_%016llx", static_cast<unsigned long long>(hash));
   return result;
 }
 
@@ -133,10 +136,12 @@ bool BKUtility::DoesFileOrDirExist(const CString& sPath, CString, int) {
   return TheFileSystem().Exists(sPath.GetString());
 }
 
-bool BKUtility::MakeDirectory(const CString& sPath) { return laminate::MakeFolders(sPath.GetString()) == 0; }
+bool BKUtility::MakeDirectory(const CString& sPath) {
+  return WithPlatformFailures([&] { return laminate::MakeFolders(sPath.GetString()) == 0; });
+}
 
 bool BKUtility::DeleteDirectory(const CString& sPath) {
-  const int nResult = TheFileSystem().DeleteTree(sPath.GetString());
+  const int nResult = WithPlatformFailures([&] { return TheFileSystem().DeleteTree(sPath.GetString()); });
   return nResult == 0 || nResult == -ENOENT;
 }
 

@@ -12,7 +12,8 @@ class BKUtility {
   /// permissions for its owner only and removed with all its contents when the process ends. It lies in memory-backed
   /// storage where the system has such with at least 1 GiB free, otherwise under the system's temporary folder. What a
   /// killed process of the same user left there is removed when the next one makes its folder. A forked child gets a
-  /// folder of its own and leaves its parent's alone. Raises `CFileException` when no folder can be made.
+  /// folder of its own and leaves its parent's alone, unless it was forked while another thread made a folder. Raises
+  /// `CFileException` when no folder can be made. Not to be asked when static objects are being destroyed.
   CString GetDataPath();
   /// Chooses a folder instead. It is made when needed and never removed. An empty path goes back to the own one.
   void SetDataPath(const CString& sPath);
@@ -27,7 +28,8 @@ class BKUtility {
   bool DoesFileOrDirExist(const CString& sPath, CString sSourceFile = CString(), int nSourceLine = 0);
   /// Creates the folder with its missing parents; quietly accepts one that exists. False on failure.
   bool MakeDirectory(const CString& sPath);
-  /// Removes the folder and all that is in it, following no link. False on failure; an absent folder is none.
+  /// Removes the folder and all that is in it, following no link; a file or link of that name goes too. False on
+  /// failure; an absent folder is none.
   bool DeleteDirectory(const CString& sPath);
   /// Rewrites the text in place so that it can serve as a folder name: each of \ / : * ? " < > | and every byte below
   /// 0x20 becomes "_".

@@ -71,6 +71,8 @@ std::size_t CArchive::Available(ULONGLONG nWanted) {
 
 UINT CArchive::Read(void* pBuffer, UINT nMax) {
   RequireLoading();
+  if (nMax == 0) return 0;
+  if (pBuffer == nullptr) AfxThrowInvalidArgException();
   auto* pTo = static_cast<BYTE*>(pBuffer);
   UINT nDone = 0;
   while (nDone < nMax) {
@@ -89,6 +91,7 @@ UINT CArchive::Read(void* pBuffer, UINT nMax) {
 void CArchive::Write(const void* pBuffer, UINT nCount) {
   RequireStoring();
   if (nCount == 0) return;
+  if (pBuffer == nullptr) AfxThrowInvalidArgException();
   if (nCount > static_cast<std::size_t>(m_pEnd - m_pAt)) {
     HandOver();
     if (nCount > kBuffer) {

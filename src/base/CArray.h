@@ -43,7 +43,7 @@ class CArray : public CObject {
 
   /// Grows with default elements or shrinks; a negative size raises. `nGrowBy` is taken and has no effect.
   void SetSize(INT_PTR nNewSize, INT_PTR nGrowBy = -1);
-  /// Gives unused capacity back.
+  /// Gives unused capacity back; when there is no memory for a smaller block, the array keeps what it has.
   void FreeExtra();
   void RemoveAll() { SetSize(0, -1); }
   /// Makes room for so many elements in all, so that adding up to them moves none.
@@ -92,13 +92,18 @@ class CArray : public CObject {
   bool OwnsStorage() const noexcept { return m_nCapacity != 0; }
   /// Appends all elements of another array, or of this one; gives the index of the first.
   INT_PTR Append(const CArray& src);
+  /// Becomes equal to another array; itself changes nothing.
   void Copy(const CArray& src);
+  /// Inserts the value `nCount` times; behind the end the array first grows to `n`. A count below 1 raises.
   void InsertAt(INT_PTR n, ARG_TYPE value, INT_PTR nCount = 1);
+  /// Inserts all elements of another array, or of this one. A null array raises; an empty one changes nothing.
   void InsertAt(INT_PTR nStart, const CArray* pNewArray);
+  /// Removes `nCount` elements, which must all be there; 0 of them may be removed at the end too.
   void RemoveAt(INT_PTR n, INT_PTR nCount = 1);
 
   /// The count in `WriteCount` form, then the elements' bytes; see `laminate::StoreRawElements`. Elements that are
-  /// neither numbers nor pointers raise.
+  /// neither
+  /// numbers nor pointers raise.
   void Serialize(CArchive& ar) override;
 
   TYPE* begin() noexcept { return m_pData; }
@@ -197,7 +202,12 @@ void CArray<TYPE, ARG_TYPE>::SetSize(INT_PTR nNewSize, INT_PTR) {
 
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::FreeExtra() {
-  if (m_nCapacity != m_nSize) Reallocate(m_nSize);
+  if (m_nCapacity == m_nSize) return;
+  try {
+    Reallocate(m_nSize);
+  } catch (const CMemoryException&) {
+    // Nothing is lost: the room serves later elements.
+  }
 }
 
 template <class TYPE, class ARG_TYPE>
@@ -297,7 +307,8 @@ void CArray<TYPE, ARG_TYPE>::RemoveAt(INT_PTR n, INT_PTR nCount) {
 template <class TYPE, class ARG_TYPE>
 void CArray<TYPE, ARG_TYPE>::Serialize(CArchive& ar) {
   CObject::Serialize(ar);
-  if constexpr (std::is_pointer_v<TYPE> || std::is_arithmetic_v<TYPE>) {
+  // A flag that holds neither 0 nor 1 must not come from a file.
+  if constexpr (std::is_pointer_v<TYPE> || (std::is_arithmetic_v<TYPE> && !std::is_same_v<TYPE, bool>)) {
     constexpr bool bPointers = std::is_pointer_v<TYPE>;
     if (laminate::ArchiveIsStoring(ar)) {
       laminate::StoreRawElements(ar, m_pData, m_nSize, sizeof(TYPE), bPointers);

@@ -23,22 +23,21 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
   void SetAt(__int64 n, TYPE p) {
     if (InRange(n)) this->GetData()[n] = p;
   }
+  /// Null if empty.
   TYPE GetLastElement() const { return GetAt(GetLastIndex()); }
   /// Size minus 1; -1 if empty.
   __int64 GetLastIndex() const { return this->GetSize() - 1; }
+  /// Whether an element stands there, be it null.
   bool IsValidIndex(const int& n) const { return InRange(n); }
   /// First index of `p`, or -1.
-  int FindIndex(TYPE const p) const {
-    const auto it = std::find(this->begin(), this->end(), p);
-    return it == this->end() ? -1 : static_cast<int>(it - this->begin());
-  }
-  bool Exists(TYPE const p) const { return FindIndex(p) != -1; }
+  int FindIndex(TYPE const p) const { return static_cast<int>(Find(p)); }
+  bool Exists(TYPE const p) const { return Find(p) != -1; }
   /// -1 if `p` is in the array already; otherwise appends it and gives its index.
   __int64 Add_if_only_do_not_exists(TYPE p) { return Exists(p) ? -1 : this->Add(p); }
 
   /// Takes the first occurrence out without deleting; false if absent.
   bool Remove(TYPE const p) {
-    const int n = FindIndex(p);
+    const INT_PTR n = Find(p);
     if (n < 0) return false;
     this->RemoveAt(n);
     return true;
@@ -56,13 +55,15 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
     delete p;
     return true;
   }
-  /// `nCount` times: deletes the object at `n`, if there is one, and removes the slot. A bad index raises.
+  /// `nCount` times: deletes the object at `n`, if there is one, and removes the slot. A bad index raises, when what
+  /// stood from there to the end has gone.
   void DeleteAt(int n, int nCount) {
-    for (int i = 0; i < nCount; ++i) {
-      TYPE p = GetAt(n);
-      this->RemoveAt(n);
-      delete p;
-    }
+    if (nCount <= 0) return;
+    if (!InRange(n)) AfxThrowInvalidArgException();
+    const INT_PTR nThere = std::min<INT_PTR>(nCount, this->GetSize() - n);
+    for (INT_PTR i = n; i < n + nThere; ++i) delete std::exchange(this->GetData()[i], nullptr);
+    this->RemoveAt(n, nThere);
+    if (nThere < nCount) AfxThrowInvalidArgException();
   }
   /// Deletes the last object and its slot; false if empty.
   bool DeleteLastElement() {
@@ -76,13 +77,15 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
     this->SetSize(0, -1);
   }
 
+  /// Removes all null slots.
   virtual void RemoveNullElement() {
     Keep([](TYPE p) { return p != nullptr; });
   }
-  /// Keeps the first occurrence of each pointer, in order. Nothing is deleted.
+  /// Keeps the first occurrence of each pointer, in order. Nothing is deleted. Without memory raises, and changes
+  /// nothing; so does `Subtract`.
   virtual void RemoveDuplicatedElements() {
     // Which elements go is found out first: when memory runs out, the array is as it was.
-    try {
+    laminate::WithPlatformFailures([this] {
       std::unordered_set<TYPE> seen;
       std::vector<bool> first(static_cast<std::size_t>(this->GetSize()));
       for (INT_PTR i = 0; i < this->GetSize(); ++i) {
@@ -90,27 +93,23 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
       }
       std::size_t i = 0;
       Keep([&first, &i](TYPE) -> bool { return first[i++]; });
-    } catch (const std::bad_alloc&) {
-      AfxThrowMemoryException();
-    }
+    });
   }
   void Reverse() { std::reverse(this->begin(), this->end()); }
   /// Same size and the same pointers in the same order.
   bool IsElementEqual(const CArray<TYPE, ARG_TYPE>& other) const {
     return std::equal(this->begin(), this->end(), other.begin(), other.end());
   }
-  /// Takes out one occurrence, the first that is left, per element of `other`.
+  /// Takes out one occurrence, the first that is left, per element of `other`. An array less itself is empty.
   void Subtract(const CArray<TYPE, ARG_TYPE>& other) {
     if (&other == this) {
       this->SetSize(0, -1);
       return;
     }
     std::unordered_map<TYPE, INT_PTR> toGo;
-    try {
+    laminate::WithPlatformFailures([&] {
       for (TYPE p : other) ++toGo[p];
-    } catch (const std::bad_alloc&) {
-      AfxThrowMemoryException();
-    }
+    });
     Keep([&toGo](TYPE p) {
       const auto it = toGo.find(p);
       if (it == toGo.end() || it->second == 0) return true;
@@ -134,6 +133,10 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
   }
 
  private:
+  INT_PTR Find(TYPE const p) const {
+    const auto it = std::find(this->begin(), this->end(), p);
+    return it == this->end() ? -1 : it - this->begin();
+  }
   bool InRange(__int64 n) const { return n >= 0 && n < this->GetSize(); }
   // Asks about each element once, in order, and closes the gaps.
   template <class Predicate>
@@ -148,7 +151,8 @@ class CExPtrArray : public CArray<TYPE, ARG_TYPE> {
 
 namespace laminate {
 
-/// The named arrays: a `CExPtrArray` that owns its elements and deletes them with itself. Each named array is a class
+/// The named arrays: a `CExPtrArray` that owns its elements and deletes them with itself; a pointer that it holds twice
+/// would be deleted twice. Each named array is a class
 /// of its own, `class CBDnetArray : public laminate::NamedArray<CBDnet> {};`, beside its element's class.
 template <class X>
 class NamedArray : public CExPtrArray<X*, X*>, public Pooled {

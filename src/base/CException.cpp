@@ -5,7 +5,6 @@
 #include <cstring>
 #include <utility>
 
-CInvalidArgException::CInvalidArgException() : m_sText("an invalid argument was encountered") {}
 CInvalidArgException::CInvalidArgException(std::string sText, int nLine) : m_nLine(nLine), m_sText(std::move(sText)) {}
 
 namespace {
@@ -137,9 +136,11 @@ COleException::COleException(std::uint32_t nCode) : m_sc(nCode) {
 void AfxThrowInvalidArgException() { throw CInvalidArgException(); }
 void AfxThrowMemoryException() { throw CMemoryException(); }
 void AfxThrowFileException(int nCause, int nOsError, const char* szFileName) {
-  throw CFileException(nCause, nOsError, szFileName ? szFileName : "");
+  throw laminate::WithPlatformFailures([&] { return CFileException(nCause, nOsError, szFileName ? szFileName : ""); });
 }
 void AfxThrowArchiveException(int nCause, const char* szFileName) {
-  throw CArchiveException(nCause, szFileName ? szFileName : "");
+  throw laminate::WithPlatformFailures([&] { return CArchiveException(nCause, szFileName ? szFileName : ""); });
 }
-void AfxThrowOleException(std::uint32_t nCode) { throw COleException(nCode); }
+void AfxThrowOleException(std::uint32_t nCode) {
+  throw laminate::WithPlatformFailures([&] { return COleException(nCode); });
+}

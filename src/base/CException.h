@@ -23,9 +23,12 @@ class CException {
 /// tells the line (from 1) of the text that was being read, 0 when unknown.
 class CInvalidArgException : public CException, public std::exception {
  public:
-  CInvalidArgException();
+  /// Needs no memory.
+  CInvalidArgException() = default;
   explicit CInvalidArgException(std::string sText, int nLine = 0);
-  const char* what() const noexcept override { return m_sText.c_str(); }
+  const char* what() const noexcept override {
+    return m_sText.empty() ? "an invalid argument was encountered" : m_sText.c_str();
+  }
   int m_nLine = 0;
 
  private:
@@ -104,13 +107,19 @@ class COleException : public CException, public std::exception {
 
 namespace laminate {
 
-/// Runs an operation. The standard library's own failure to get memory becomes the platform's.
+/// What an operation needs; null raises `CInvalidArgException`.
+template <class X>
+X& Required(X* p) {
+  if (p == nullptr) [[unlikely]]
+    AfxThrowInvalidArgException();
+  return *p;
+}
+
+/// Runs an operation; the standard library's failure to get memory becomes the platform's.
 template <class Operation>
-auto WithPlatformFailures(Operation operation) {
+auto WithPlatformFailures(Operation&& operation) -> decltype(operation()) {
   try {
     return operation();
-  } catch (const CException&) {
-    throw;
   } catch (const std::bad_alloc&) {
     AfxThrowMemoryException();
   }

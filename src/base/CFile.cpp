@@ -31,7 +31,8 @@ BOOL CFile::Open(const char* szPath, UINT nFlags, CFileException* pError) {
   }
   if (h < 0) {
     if (pError != nullptr) {
-      *pError = CFileException(CFileException::OsErrorToException(-h), -h, std::string(path));
+      *pError = laminate::WithPlatformFailures(
+          [&] { return CFileException(CFileException::OsErrorToException(-h), -h, std::string(path)); });
     }
     return FALSE;
   }

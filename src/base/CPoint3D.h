@@ -3,7 +3,7 @@
 #include "base/RecordArray.h"
 
 /// A point in space, in mm; (0, 0, 0) by default.
-class CPoint3D {
+class CPoint3D : public laminate::Pooled {
  public:
   CPoint3D() = default;
   CPoint3D(double dX, double dY, double dZ) : x(dX), y(dY), z(dZ) {}

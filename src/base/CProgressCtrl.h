@@ -29,20 +29,11 @@ class CProgressCtrl {
 /// nothing.
 LRESULT SendMessageA(HWND hWnd, UINT nMessage, WPARAM wParam, LPARAM lParam);
 
-/// The platform's event object. It exists for hosts; nothing in the library waits on one.
-class CEvent final {
- public:
-  CEvent() = default;
-  BOOL SetEvent() {
-    m_bSignalled = true;
-    return TRUE;
-  }
-  BOOL ResetEvent() {
-    m_bSignalled = false;
-    return TRUE;
-  }
-  bool IsSignalled() const { return m_bSignalled; }
+namespace laminate {
 
- private:
-  bool m_bSignalled = false;
-};
+/// Sends a position, 0 to 100, to a control; null is none.
+inline void SendPosition(CProgressCtrl* pControl, int nPos) {
+  if (pControl != nullptr) SendMessageA(pControl->GetSafeHwnd(), PBM_SETPOS, static_cast<WPARAM>(nPos), 0);
+}
+
+}  // namespace laminate

@@ -2,7 +2,7 @@
 #include "base/RecordArray.h"
 
 /// A rectangle as corner, width and height, in mm; all 0 by default.
-class CRectD {
+class CRectD : public laminate::Pooled {
  public:
   CRectD() = default;
   CRectD(double dX, double dY, double dWidth, double dHeight) : x(dX), y(dY), width(dWidth), height(dHeight) {}
@@ -12,6 +12,7 @@ class CRectD {
 
   double GetWidth() const { return width; }
   double GetHeight() const { return height; }
+  /// Width times height, in square mm.
   double GetArea() const { return GetWidth() * GetHeight(); }
   /// Sets all four to 0.
   void Init() { x = y = width = height = 0; }

@@ -26,7 +26,7 @@ BOOL CStdioFile::Open(const char* szPath, UINT nFlags, CFileException* pError) {
 // Reads ahead; false at the end of the file.
 bool CStdioFile::Fill() {
   m_nAt = 0;
-  m_sRead.resize(kBuffer);
+  laminate::WithPlatformFailures([this] { m_sRead.resize(kBuffer); });
   std::int64_t nRead = -1;
   try {
     RequireReadable();
@@ -104,7 +104,7 @@ void CStdioFile::Write(const void* pBuffer, UINT nCount) {
   if (nCount > kBuffer) {
     CFile::Write(pBuffer, nCount);
   } else {
-    m_sWritten.append(static_cast<const char*>(pBuffer), nCount);
+    laminate::WithPlatformFailures([&] { m_sWritten.append(static_cast<const char*>(pBuffer), nCount); });
   }
 }
 

@@ -19,7 +19,9 @@
 /// - Positions and counts are in bytes. A negative or too large position raises `CInvalidArgException` where the
 ///   operation's comment says so and is clamped to the text elsewhere.
 /// - Failed allocation raises `CMemoryException`; the text is then as before.
-/// - A `CString` cannot be passed to a variadic C function: use `GetString()` there.
+/// - A `CString` cannot be passed to a variadic C function: use `GetString()` there. With g++ this header makes any
+///   conditionally-supported construct behind it an error for that; a host that has others of them defines
+///   `LAMINATE_NO_VARIADIC_CHECK`.
 class CString {
  public:
   CString() noexcept { SetInline(0); }
@@ -150,12 +152,16 @@ class CString {
   /// Replaces every occurrence, in one pass from left to right; gives their number. An empty `szOld` replaces nothing.
   int Replace(char chOld, char chNew);
   int Replace(const char* szOld, const char* szNew);
+  int Replace(const CString& sOld, const CString& sNew) { return Replace(sOld.View(), sNew.View()); }
+  int Replace(const CString& sOld, const char* szNew) { return Replace(sOld, CString(szNew)); }
+  int Replace(const char* szOld, const CString& sNew) { return Replace(CString(szOld), sNew); }
   int Replace(std::string_view sOld, std::string_view sNew);
   /// Removes every `ch`; gives their number.
   int Remove(char ch);
   /// Inserts at a position clamped to the text; gives the new length.
   int Insert(int nPos, char ch);
   int Insert(int nPos, const char* sz);
+  int Insert(int nPos, const CString& s) { return Insert(nPos, s.View()); }
   int Insert(int nPos, std::string_view s);
   /// Deletes up to `nCount` bytes from a position clamped to the text; gives the new length.
   int Delete(int nPos, int nCount = 1);
@@ -282,6 +288,6 @@ static_assert(sizeof(CString) == 16);
 
 // g++ passes an object through "..." by address, where it would be taken for the text itself. Other compilers refuse
 // that by themselves; from here on it does too.
-#if defined(__GNUC__) && !defined(__clang__)
+#if defined(__GNUC__) && !defined(__clang__) && !defined(LAMINATE_NO_VARIADIC_CHECK)
 #pragma GCC diagnostic error "-Wconditionally-supported"
 #endif

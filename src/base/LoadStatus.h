@@ -10,7 +10,7 @@ namespace laminate {
 /// file; 0 where none applies. The first fault of a load is kept; a load may run on after it and still hold data.
 struct LoadStatus {
   enum class Result {
-    ok,                        ///< nothing to report
+    ok,                        ///< the design was read; a text tells of a working folder that could not be removed
     cannotOpen,                ///< the file cannot be opened or read
     notWellFormed,             ///< brackets out of balance, nesting too deep, or a root form that is not known
     cannotWriteWorkingFolder,  ///< the pieces of a board file cannot be written
@@ -31,6 +31,10 @@ struct LoadStatus {
     m_nLine = nLine;
     m_nColumn = nColumn;
     m_sText = sText;
+  }
+  /// The same with what another status tells.
+  void Set(const LoadStatus& other) {
+    Set(other.m_result, other.m_sFile, other.m_nLine, other.m_nColumn, other.m_sText);
   }
 };
 

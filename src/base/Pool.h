@@ -16,7 +16,8 @@ inline constexpr std::size_t kPoolLimit = 512;
 inline constexpr std::size_t kPoolAlignment = 8;
 
 /// Empty mixin: its heirs are made and freed through the pool. The size that reaches `operator delete` is that of the
-/// object's own class, since all heirs have virtual destructors or are final.
+/// object's own class, since all heirs have virtual destructors or are final. An heir whose members need a stricter
+/// alignment than `kPoolAlignment` declares operators of its own. There is no form of `new` that gives null.
 struct Pooled {
   static void* operator new(std::size_t nBytes) { return PoolAllocate(nBytes); }
   static void* operator new(std::size_t, void* p) noexcept { return p; }

@@ -34,9 +34,13 @@ std::string NameBeside(const std::string& sTarget) {
 }  // namespace
 
 WholeFile::WholeFile(const CString& sPath) : m_sPath(sPath) {
-  if (sPath.IsEmpty()) Fail(ENOENT);
+  WithPlatformFailures([this] { Open(); });
+}
+
+void WholeFile::Open() {
+  if (m_sPath.IsEmpty()) Fail(ENOENT);
   FileSystem& fileSystem = TheFileSystem();
-  if (const int n = FollowLinks(sPath, m_sTarget); n != 0) Fail(-n);
+  if (const int n = FollowLinks(m_sPath, m_sTarget); n != 0) Fail(-n);
   FileSystem::FileInfo info;
   const int nFound = fileSystem.Describe(m_sTarget.c_str(), info);
   if (nFound != 0 && nFound != -ENOENT) Fail(-nFound);

@@ -12,8 +12,8 @@ namespace laminate {
 /// A file that appears whole or not at all. Its text is written beside its name under a temporary one; `Commit` brings
 /// it to the device and renames it into place, so that a file that stood there is either untouched or replaced whole.
 /// Without `Commit` nothing remains. An existing regular file keeps its mode, though not its owner nor other names that
-/// it has; a link is followed; what is no regular file, such as a device or a pipe, is written in place. Every failure
-/// raises `CFileException` with the file's name.
+/// it has; a link is followed; what is no regular file, such as a device or a pipe, is written in place. A file
+/// operation that fails raises `CFileException` with the file's name.
 class WholeFile {
  public:
   explicit WholeFile(const CString& sPath);
@@ -26,6 +26,7 @@ class WholeFile {
   void Commit();
 
  private:
+  void Open();
   [[noreturn]] void Fail(int nError);
   void Discard() noexcept;
 

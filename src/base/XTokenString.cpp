@@ -1,7 +1,6 @@
 #include "base/XTokenString.h"
 
 #include <cstring>
-#include <new>
 
 namespace laminate {
 namespace {
@@ -49,11 +48,9 @@ std::string_view Trimmed(std::string_view s) {
 void SplitColumns(std::string_view sLine, std::vector<std::string_view>& columns) {
   columns.clear();
   std::string_view rest = Trimmed(sLine);
-  try {
+  WithPlatformFailures([&] {
     for (std::string_view column; NextColumn(rest, column);) columns.push_back(column);
-  } catch (const std::bad_alloc&) {
-    AfxThrowMemoryException();
-  }
+  });
 }
 
 void LineColumns::Split(std::string_view sLine) { SplitColumns(sLine, m_columns); }
@@ -71,9 +68,10 @@ CString NthColumn(std::string_view sLine, int nColumn) {
 }  // namespace laminate
 
 ULONGLONG XTokenString(const char* szText, const char* szDelimiters, CStringArray& arrOut, int, int, int, int, int) {
-  std::string_view rest = szText ? std::string_view(szText) : std::string_view();
-  const std::string_view delimiters = szDelimiters ? std::string_view(szDelimiters) : std::string_view();
-  ULONGLONG nCount = 0;
-  for (std::string_view column; laminate::NextColumn(rest, delimiters, column); ++nCount) arrOut.Emplace(column);
-  return nCount;
+  if (szText == nullptr || szDelimiters == nullptr) AfxThrowInvalidArgException();
+  std::string_view rest(szText);
+  CStringArray columns;
+  for (std::string_view column; laminate::NextColumn(rest, szDelimiters, column);) columns.Emplace(column);
+  arrOut.Append(columns);
+  return static_cast<ULONGLONG>(columns.GetSize());
 }

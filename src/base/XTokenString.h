@@ -8,7 +8,9 @@
 /// Splits a text at the bytes of `szDelimiters` and appends its columns to `arrOut`; gives their number. Runs of
 /// delimiters make no empty columns. A double-quoted stretch is a column of its own without its quotes, may hold
 /// delimiters, and ends at the closing quote whatever follows; an empty pair of quotes is an empty column, and an
-/// unclosed quote runs to the end of the text. The five options are taken and have no effect.
+/// unclosed quote runs to the end of the text. The five options are taken and have no effect. The text may be an
+/// element of `arrOut`. A null text or null delimiters raise `CInvalidArgException`; whatever raises leaves `arrOut` as
+/// it was.
 ULONGLONG XTokenString(const char* szText, const char* szDelimiters, CStringArray& arrOut, int nOption1, int nOption2,
                        int nOption3, int nOption4, int nOption5);
 

@@ -91,7 +91,8 @@ void ForEachNewName(const Array* pArray, Write&& write) {
   for (const auto* p : *pArray) {
     if (p == nullptr) continue;
     const CString& sName = p->*kName;
-    if (!sName.IsEmpty() && seen.insert(sName.View()).second) write(sName);
+    if (sName.IsEmpty()) continue;
+    if (WithPlatformFailures([&] { return seen.insert(sName.View()).second; })) write(sName);
   }
 }
 

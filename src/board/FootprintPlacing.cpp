@@ -21,6 +21,7 @@
 #include "technology/CBDtoeprintPin.h"
 
 using laminate::AppendOwned;
+using laminate::Required;
 
 namespace {
 
@@ -29,13 +30,6 @@ constexpr std::string_view kBackSide = "B";
 // Appended to the name of a side's map this names the map of what goes through the board.
 constexpr std::string_view kThroughSuffix = "_THRU";
 constexpr std::string_view kThroughMark = "THRU";
-
-// What a pointer that an operation follows without asking leads to.
-template <class T>
-T& Required(T* p) {
-  if (p == nullptr) AfxThrowInvalidArgException();
-  return *p;
-}
 
 // The angle of a placed pad or padstack; null for any other shape, whose angle placing leaves alone.
 double* PadAngle(CBDdrawObj& shape) {

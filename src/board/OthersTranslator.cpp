@@ -28,9 +28,9 @@ void ReadSection(const CECadClsLvl& node, std::string_view sSection, std::string
                  Read&& read) {
   const CECadClsLvl* pSection = FindChild(node, sSection);
   if (pSection == nullptr) return;
-  if (pArray == nullptr) AfxThrowInvalidArgException();
-  ForEachChild(*pSection, sKeyword, [&](const CECadClsLvl& child) { AppendOwned(*pArray, read(child)); });
-  pArray->FreeExtra();
+  Array& array = Required(pArray);
+  ForEachChild(*pSection, sKeyword, [&](const CECadClsLvl& child) { AppendOwned(array, read(child)); });
+  array.FreeExtra();
 }
 
 void ReadBoard(const CECadClsLvl& node, CBDboardContainer& board) {
@@ -44,9 +44,10 @@ void ReadBoard(const CECadClsLvl& node, CBDboardContainer& board) {
 }  // namespace
 
 int ReadOthers(CECadCls* pReader, OthersTarget& target) {
-  if (pReader == nullptr || pReader->m_pRootArray == nullptr) AfxThrowInvalidArgException();
-  if (target.board.m_pNetArray == nullptr) target.board.m_pNetArray = new CBDnetArray;
-  const CECadClsLvl* pRoot = FindRoot(*pReader->m_pRootArray);
+  const CECadClsLvlArray& forms = Required(Required(pReader).m_pRootArray);
+  CBDboardContainer* pBoard = target.pBoard;
+  if (pBoard != nullptr && pBoard->m_pNetArray == nullptr) pBoard->m_pNetArray = new CBDnetArray;
+  const CECadClsLvl* pRoot = FindRoot(forms);
   if (pRoot == nullptr) {
     delete pReader;
     return -1;
@@ -55,10 +56,12 @@ int ReadOthers(CECadCls* pReader, OthersTarget& target) {
   if (const CECadClsLvl* pHeader = FindChild(*pRoot, "header")) {
     target.sVersion = Token(RequireChild(*pHeader, "version"), 1);
   }
-  if (const CECadClsLvl* p = FindChild(*pRoot, "technologyContainer")) ReadTechnology(*p, target.technology);
-  if (const CECadClsLvl* p = FindChild(*pRoot, "boardContainer")) ReadBoard(*p, target.board);
-  if (const CECadClsLvl* p = FindChild(*pRoot, "parameter")) ReadParameter(*p, target.parameter);
-  if (const CECadClsLvl* p = FindChild(*pRoot, "libraryEntities")) ReadLibraryEntities(*p, target.libraryEntities);
+  if (const CECadClsLvl* p = FindChild(*pRoot, "technologyContainer")) ReadTechnology(*p, Required(target.pTechnology));
+  if (const CECadClsLvl* p = FindChild(*pRoot, "boardContainer")) ReadBoard(*p, Required(pBoard));
+  if (const CECadClsLvl* p = FindChild(*pRoot, "parameter")) ReadParameter(*p, Required(target.pParameter));
+  if (const CECadClsLvl* p = FindChild(*pRoot, "libraryEntities")) {
+    ReadLibraryEntities(*p, Required(target.pLibraryEntities));
+  }
   return 0;
 }
 

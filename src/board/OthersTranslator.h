@@ -10,13 +10,13 @@ class CECadCls;
 namespace laminate {
 
 /// Where the part of a board file outside components and layout goes. Everything is added to; only the version is
-/// replaced.
+/// replaced. A null container raises when the file has something for it.
 struct OthersTarget {
   CString& sVersion;
-  CBDtechnologyContainer& technology;
-  CBDboardContainer& board;
-  CBDparameter& parameter;
-  CBDlibraryEntities& libraryEntities;
+  CBDtechnologyContainer* pTechnology;
+  CBDboardContainer* pBoard;
+  CBDparameter* pParameter;
+  CBDlibraryEntities* pLibraryEntities;
 };
 
 /// Reads the tree of that part: header version, technology, sub-boards, component groups, nets, parameters and library

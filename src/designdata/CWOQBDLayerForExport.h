@@ -4,7 +4,7 @@
 
 /// A board layer and the id that the target system of an export knows it by. A host fills a table of these; nothing in
 /// the library reads it.
-class CWOQBDLayerForExport {
+class CWOQBDLayerForExport : public laminate::Pooled {
  public:
   CWOQBDLayerForExport() = default;
   CWOQBDLayerForExport(const CWOQBDLayerForExport&) = default;

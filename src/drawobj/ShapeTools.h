@@ -12,13 +12,6 @@
 
 namespace laminate {
 
-/// What an operation needs; null raises.
-template <class X>
-X& Required(X* p) {
-  if (p == nullptr) AfxThrowInvalidArgException();
-  return *p;
-}
-
 /// `CBDdrawObj::pCopy` with an owner.
 std::unique_ptr<CBDdrawObj> CopyDrawObj(const CBDdrawObj& shape);
 

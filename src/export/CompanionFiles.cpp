@@ -15,7 +15,8 @@ PartsByPinAssign FindParts(const CVRXoutPrfPartArray* pParts) {
   PartsByPinAssign parts;
   if (pParts == nullptr) return parts;
   for (CVRXoutPrfPart* pPart : *pParts) {
-    if (pPart != nullptr) parts.try_emplace(pPart->m_sPinAssignRef.View(), pPart);
+    if (pPart == nullptr) continue;
+    WithPlatformFailures([&] { parts.try_emplace(pPart->m_sPinAssignRef.View(), pPart); });
   }
   return parts;
 }

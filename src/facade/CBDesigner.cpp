@@ -21,14 +21,9 @@
 #include "technology/CBDtechnologyContainer.h"
 #include "technology/FootprintFileLoad.h"
 
-namespace {
+using laminate::Required;
 
-// Hosts may set the public pointers to null; an operation that needs the object then raises.
-template <class T>
-T& Required(T* p) {
-  if (p == nullptr) AfxThrowInvalidArgException();
-  return *p;
-}
+namespace {
 
 // The shapes inside board assemblies go to the layout. Without one, only such a shape raises.
 CBDdrawObjArray* BoardShapes(const CBDesigner& root) {
@@ -111,8 +106,7 @@ void CBDesigner::vParsePCF(CString sPath) {
 }
 
 int CBDesigner::nReadOtherAndPutInVDB(CECadCls* pReader) {
-  laminate::OthersTarget target{m_sVersion, Required(m_pTechnology), Required(m_pBoardContainer),
-                                Required(m_pParameter), Required(m_pLibraryEntities)};
+  laminate::OthersTarget target{m_sVersion, m_pTechnology, m_pBoardContainer, m_pParameter, m_pLibraryEntities};
   return laminate::ReadOthers(pReader, target);
 }
 

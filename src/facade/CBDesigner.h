@@ -5,6 +5,7 @@
 #include "base/CString.h"
 #include "base/CStringArray.h"
 #include "base/LoadStatus.h"
+#include "base/Pool.h"
 
 class CBDboardContainer;
 class CBDdrawObj;
@@ -30,7 +31,7 @@ class CVRXoutPrfPinAssignArray;
 ///
 /// A form of a file that lacks a value it needs raises `CInvalidArgException` out of a load. What was read until then
 /// stays. A null argument where an object is needed raises it too.
-class CBDesigner {
+class CBDesigner : public laminate::Pooled {
  public:
   /// Creates the six containers, empty.
   CBDesigner();
@@ -93,7 +94,12 @@ class CBDesigner {
   /// within its own load.
   void vParsePCF(CString sPath);
   /// Reads the tree of "others.txt": version, technology, sub-boards, groups, nets, parameters, library entities. 0, or
-  /// -1 when it has no root form "pcf", "tcf" or "pnf": the reader is deleted then, and only then.
+  /// -1 when it has no root form "pcf", "tcf" or "pnf": the reader is deleted then, and only then. Everything is added
+  /// to what is there, but for the version, which is replaced; a net array that was taken is made anew. The form of the
+  /// tree:
+  ///   (pcf (header (version V)) (technologyContainer ...) (boardContainer (subBoards ...) (compGroups ...) (nets ...))
+  ///     (parameter ...) (libraryEntities ...))
+  /// where each section may be absent and their order does not matter.
   int nReadOtherAndPutInVDB(CECadCls* pReader);
   /// Reads one "layer" form of the board layout and appends its shapes to the board. Always 0. The node stays the
   /// caller's.
@@ -142,7 +148,8 @@ class CBDesigner {
 
   /// How the last load or split of this object ended: its first fault, or `ok`, with a text where a working folder
   /// could not be removed. A load that a form without a needed value ended by `CInvalidArgException` has that fault
-  /// too; other exceptions leave none. Lines are those of the host's own file.
+  /// too; other exceptions are no faults of the file and leave none: null containers, failing memory, what a control or
+  /// a message box raises. Lines are those of the host's own file.
   const laminate::LoadStatus& GetLoadStatus() const { return m_status; }
 
   int m_bInQuote;                                ///< string state of `nGetBraceCount`

@@ -8,31 +8,21 @@
 #include "board/CBDnet.h"
 #include "facade/CBDesigner.h"
 
-namespace {
+using laminate::Required;
+using laminate::SendPosition;
 
-CBDesigner& Required(CBDesigner* p) {
-  if (p == nullptr) AfxThrowInvalidArgException();
-  return *p;
-}
+namespace {
 
 // Runs a load of the root and keeps its fault, also when it ends by an exception.
 template <class Load>
 void Run(CBDesigner& root, laminate::LoadStatus& status, Load&& load) {
-  const auto keep = [&] {
-    const laminate::LoadStatus& fault = root.GetLoadStatus();
-    status.Set(fault.m_result, fault.m_sFile, fault.m_nLine, fault.m_nColumn, fault.m_sText);
-  };
   try {
     load();
   } catch (...) {
-    keep();
+    status.Set(root.GetLoadStatus());
     throw;
   }
-  keep();
-}
-
-void SendPosition(CProgressCtrl* pControl, int nPos) {
-  if (pControl != nullptr) SendMessageA(pControl->GetSafeHwnd(), PBM_SETPOS, static_cast<WPARAM>(nPos), 0);
+  status.Set(root.GetLoadStatus());
 }
 
 }  // namespace
@@ -70,7 +60,9 @@ CBDnetArray* CPC_BD_Cls_Get::pGetNetArrayFromPcf(CString sPcfPath) {
   m_status = {};
   CBDesigner& root = Required(m_pBDesigner);
   Run(root, m_status, [&] { root.vParsePCF(sPcfPath); });
-  return std::exchange(root.m_pBoardContainer->m_pNetArray, nullptr);
+  CBDnetArray* pNets = std::exchange(Required(root.m_pBoardContainer).m_pNetArray, nullptr);
+  // A control may have taken them from within the load.
+  return pNets != nullptr ? pNets : new CBDnetArray;
 }
 
 CString CPC_BD_Cls_Get::sGetNthColumn(CString sLine, int nColumn) {

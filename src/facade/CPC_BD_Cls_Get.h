@@ -5,6 +5,7 @@
 #include "base/CProgressCtrl.h"
 #include "base/CString.h"
 #include "base/LoadStatus.h"
+#include "base/Pool.h"
 
 class CBDesigner;
 class CBDnetArray;
@@ -19,7 +20,7 @@ class CBDnetArray;
 ///
 /// A facade is meant for one load: nothing empties the database between loads, so a second one adds to it. Deleting the
 /// facade deletes the whole database. One facade serves one thread at a time; two facades are independent.
-class CPC_BD_Cls_Get {
+class CPC_BD_Cls_Get : public laminate::Pooled {
  public:
   /// Creates the root with its empty database.
   CPC_BD_Cls_Get();
@@ -31,11 +32,14 @@ class CPC_BD_Cls_Get {
   /// Deletes the root, and with it the database. The log is left open.
   virtual ~CPC_BD_Cls_Get();
 
-  /// The controls for the board file and the footprint file, in this order; null for none. Not owned.
+  /// The controls for the board file and the footprint file, in this order; null for none. Not owned. A load with
+  /// progress leaves the board file's control with the root, whose later loads move it: it must outlive the root or be
+  /// cleared with `CBDesigner::vSetPCFProgressPtr`.
   void SetProgressPtr(CProgressCtrl* pPcf, CProgressCtrl* pFtf) {
     m_pPcfProgress = pPcf;
     m_pFtfProgress = pFtf;
   }
+  /// The paths of the footprint file (.ftf) and the board file (.pcf) that `vParseFtfAndPcf` reads.
   void vSetFtfFilePath(CString sPath) { m_sFtfFilePath = std::move(sPath); }
   void vSetPcfFilePath(CString sPath) { m_sPcfFilePath = std::move(sPath); }
   /// The normal load: the footprint file, then the board file, into the root. With `bProgress` not 0 the controls
@@ -43,20 +47,25 @@ class CPC_BD_Cls_Get {
   /// nothing is read.
   ///
   /// Raises `CInvalidArgException` when a form lacks a value that it needs; what was read stays, and so does the root's
-  /// log pointer. Any other fault ends the load quietly: `GetLoadStatus` tells of it.
+  /// log pointer; the same holds for `CMemoryException` and for what a control or a message box raises. Faults of the
+  /// files otherwise end the load quietly: `GetLoadStatus` tells of them.
   void vParseFtfAndPcf(const int& bProgress);
   /// The root; stays the facade's.
   CBDesigner* pGetBDesigner() const { return m_pBDesigner; }
-  /// Loads a board file and hands over its nets: the caller owns the array and its elements. Everything else stays in
-  /// the root, whose `m_pNetArray` is null until a later load makes a new one. Never null; empty for a file without
-  /// nets.
+  /// Loads a board file and hands over the nets of the root, those of earlier loads included: the caller owns the array
+  /// and its elements. Everything else stays in the root, whose `m_pNetArray` is null until a later load makes a new
+  /// one. Never null; empty for a file without nets. No footprint file is read, and positions and log lines go to the
+  /// control and the log that the root holds, not to this object's.
+  ///
+  /// Raises as `vParseFtfAndPcf` does; the nets then stay in the root.
   CBDnetArray* pGetNetArrayFromPcf(CString sPcfPath);
   /// Column `nColumn`, counted from 1, of a line that is split at blanks; a quoted stretch is one column without its
   /// quotes. Empty for column 0 and behind the last one; a negative column raises `CInvalidArgException`.
   CString sGetNthColumn(CString sLine, int nColumn);
   /// Always empty: see `GetLoadStatus`.
   CString sGetErrorMsg() const { return m_sErrorMsg; }
-  /// How the last load of this object ended, over both files: the first fault, or `ok`.
+  /// How the last load of this object ended, over both files: the first fault, or `ok`. What raised is told as
+  /// `CBDesigner::GetLoadStatus` says.
   const laminate::LoadStatus& GetLoadStatus() const { return m_status; }
 
   CProgressCtrl* m_pPcfProgress = nullptr;  ///< control for the board file, or null; the host's

@@ -24,12 +24,6 @@ constexpr auto kRoot =
                        Kept<&CBDesigner::m_pParameter>(), Kept<&CBDesigner::m_pLibraryEntities>(),
                        Constant<&CBDesigner::m_sVersion, "2.0">());
 
-template <class T>
-const T& Required(const T* p) {
-  if (p == nullptr) AfxThrowInvalidArgException();
-  return *p;
-}
-
 }  // namespace
 
 std::vector<RecordLedgerLine> RecordLedger() {

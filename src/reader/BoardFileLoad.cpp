@@ -64,6 +64,8 @@ class Piece {
     try {
       return translate();
     } catch (CInvalidArgException& e) {
+      // Every form of a file has a line: without one it is a host's pointer, or what a message box raised.
+      if (e.m_nLine == 0) throw;
       e.m_nLine = HostLine(e.m_nLine);
       m_load.status.Set(LoadStatus::Result::invalidContent, m_load.sPath, e.m_nLine, 0, e.what());
       throw;

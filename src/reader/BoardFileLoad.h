@@ -38,8 +38,9 @@ struct BoardFileLoad {
 /// its normal end. It stays, for the host to look at, when the part outside the two sections is not well formed or when
 /// something raises; it is removed as far as possible when the split fails.
 ///
-/// Whatever a callable or the progress control raises passes through. `CInvalidArgException` of a callable gets the
-/// line of the host's file and is told in the status as invalid content, unless the status holds an earlier fault.
+/// Whatever a callable or the progress control raises passes through. `CInvalidArgException` of a callable, when it has
+/// a line, gets that of the host's file and is told in the status as invalid content, unless the status holds an
+/// earlier fault.
 void LoadBoardFile(BoardFileLoad& load);
 
 }  // namespace laminate

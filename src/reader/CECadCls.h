@@ -16,7 +16,7 @@
 /// A parse raises `CMemoryException`, and then adds nothing; what a host's message box raises passes through, with the
 /// forms kept that were complete. The parses that add to the roots raise `CInvalidArgException` when the host has set
 /// that array to null.
-class CECadCls {
+class CECadCls : public laminate::Pooled {
  public:
   CECadCls();
   virtual ~CECadCls();

@@ -4,23 +4,26 @@
 
 namespace laminate {
 
+namespace {
+
+[[noreturn]] void Raise(const CECadClsLvl& node, std::string_view sHow, std::string_view sWhat,
+                        std::string_view sBehind) {
+  throw WithPlatformFailures([&] {
+    std::string s = "\"";
+    for (const std::string_view part : {node.m_sName.View(), sHow, sWhat, sBehind}) s += part;
+    return CInvalidArgException(std::move(s), node.m_nLine);
+  });
+}
+
+}  // namespace
+
 void RaiseMissingValue(const CECadClsLvl& node, int nToken) {
-  std::string s = "\"";
-  s += node.m_sName.View();
-  s += "\" has no value ";
-  s += std::to_string(nToken);
-  throw CInvalidArgException(std::move(s), node.m_nLine);
+  Raise(node, "\" has no value ", std::to_string(nToken), {});
 }
 
 void RaiseMissingChild(const CECadClsLvl& node, std::string_view sChild) {
-  std::string s = "\"";
-  s += node.m_sName.View();
-  s += sChild.empty() ? "\" has no form in it" : "\" has no \"";
-  if (!sChild.empty()) {
-    s += sChild;
-    s += "\" in it";
-  }
-  throw CInvalidArgException(std::move(s), node.m_nLine);
+  if (sChild.empty()) Raise(node, "\" has no form in it", {}, {});
+  Raise(node, "\" has no \"", sChild, "\" in it");
 }
 
 CECadClsLvl& RequireChild(const CECadClsLvl& node, std::string_view sName) {

@@ -97,8 +97,8 @@ bool Watch(LoadStatus& status, Read read) {
 }
 
 void ReadOthersOf(CECadCls* pReader, OwnedDesign& design, LoadStatus& status) {
-  OthersTarget target{design.sVersion, *design.pTechnology, *design.pBoard, *design.pParameter,
-                      *design.pLibraryEntities};
+  OthersTarget target{design.sVersion, design.pTechnology.get(), design.pBoard.get(), design.pParameter.get(),
+                      design.pLibraryEntities.get()};
   if (ReadOthers(pReader, target) != 0) {
     status.Set(LoadStatus::Result::notWellFormed, {}, 0, 0, "the file has no form that is the root of a board");
   }

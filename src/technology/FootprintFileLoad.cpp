@@ -48,8 +48,11 @@ void Watch(const CString& sPath, LoadStatus& status, Step&& step, LinesBefore&& 
   try {
     step();
   } catch (CInvalidArgException& e) {
-    e.m_nLine = LineOfFile(e.m_nLine, linesBefore());
-    status.Set(LoadStatus::Result::invalidContent, sPath, e.m_nLine, 0, e.what());
+    // Every form of a file has a line: without one it is a host's pointer, or what a message box raised.
+    if (e.m_nLine != 0) {
+      e.m_nLine = LineOfFile(e.m_nLine, linesBefore());
+      status.Set(LoadStatus::Result::invalidContent, sPath, e.m_nLine, 0, e.what());
+    }
     throw;
   }
 }

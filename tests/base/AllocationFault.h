@@ -1,6 +1,10 @@
 #pragma once
+#include <gtest/gtest.h>
+
 #include <initializer_list>
 #include <new>
+
+#include "base/CException.h"
 
 namespace laminate::test {
 
@@ -49,6 +53,20 @@ int ForEachFailingAllocation(Run run, Check check) {
     }
   }
   return nFailures;
+}
+/// An operation of which every failure for want of memory must be the platform's exception.
+template <class Run>
+auto OnlyPlatforms(Run run) {
+  return [run] {
+    try {
+      run();
+    } catch (const CMemoryException&) {
+      throw;
+    } catch (const std::bad_alloc&) {
+      ADD_FAILURE() << "not the platform's exception";
+      throw;
+    }
+  };
 }
 template <class Run>
 int ForEachFailingAllocation(Run run) {

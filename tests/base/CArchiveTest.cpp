@@ -475,6 +475,7 @@ TEST(CArchive, ReadsAndWritesBlocks) {
     ar << 'a';
     ar.Write(big.data(), static_cast<UINT>(big.size()));
     ar.Write(nullptr, 0);
+    EXPECT_THROW(ar.Write(nullptr, 1), CInvalidArgException);
     ar << 'b';
     ar.Write(big.data(), 100);
   }
@@ -484,6 +485,8 @@ TEST(CArchive, ReadsAndWritesBlocks) {
   std::string back(big.size(), ' ');
   char ch = 0;
   ar >> ch;
+  EXPECT_THROW(ar.Read(nullptr, 1), CInvalidArgException);
+  EXPECT_THROW(ar.EnsureRead(nullptr, 1), CInvalidArgException);
   EXPECT_EQ(ar.Read(back.data(), static_cast<UINT>(back.size())), back.size());
   EXPECT_TRUE(back == big);
   ar >> ch;

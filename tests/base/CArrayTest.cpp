@@ -98,6 +98,20 @@ TEST(CArray, RaisesOnABadIndex) {
   EXPECT_EQ(Elements(array), (std::vector{1, 2})) << "a failure changes nothing";
 }
 
+TEST(CStringArray, RaisesOnABadIndex) {
+  CStringArray array;
+  array.Add("a");
+  array.Add("b");
+  const CStringArray& constant = array;
+  for (const INT_PTR n : {INT_PTR{-1}, INT_PTR{2}}) {
+    EXPECT_THROW(array[n], CInvalidArgException);
+    EXPECT_THROW(constant[n], CInvalidArgException);
+    EXPECT_THROW(array.GetAt(n), CInvalidArgException);
+    EXPECT_THROW(array.ElementAt(n), CInvalidArgException);
+  }
+  EXPECT_EQ(array[1], "b");
+}
+
 TEST(CArray, RaisesBeforeItsSizeOverflows) {
   Ints array;
   Fill(array, {1, 2});

@@ -4,6 +4,8 @@
 
 #include <atomic>
 #include <climits>
+#include <cstdint>
+#include <ctime>
 #include <random>
 #include <string>
 #include <thread>
@@ -34,6 +36,23 @@ std::string Sample(std::size_t nLength) {
   std::string s(nLength, 'x');
   for (std::size_t i = 0; i < nLength; ++i) s[i] = static_cast<char>('a' + i % 26);
   return s;
+}
+
+TEST(CString, SharesLongTextsAndHoldsShortOnes) {
+  for (const std::size_t n : kLengths) {
+    const CString made(Sample(n));
+    const CString copy(made);
+    CString assigned("another text, which is longer than sixteen bytes");
+    assigned = made;
+    const auto isInside = [](const CString& s) {
+      const auto offset = reinterpret_cast<std::uintptr_t>(s.GetString()) - reinterpret_cast<std::uintptr_t>(&s);
+      return offset < sizeof s;
+    };
+    for (const CString* ps : std::initializer_list<const CString*>{&made, &copy, &assigned}) {
+      EXPECT_EQ(isInside(*ps), n <= 15) << n;
+      EXPECT_EQ(ps->GetString() == made.GetString(), n > 15 || ps == &made) << n;
+    }
+  }
 }
 
 TEST(CString, IsMadeOfTextsBytesAndParts) {
@@ -474,6 +493,12 @@ TEST(CString, Replaces) {
   EXPECT_EQ(s.Replace('-', '-'), 0);
   EXPECT_EQ(s.Replace("-", "+"), 2);
   EXPECT_EQ(s.Replace("+", nullptr), 2);
+  CString nuls("a\0b, a\0c"sv);
+  EXPECT_EQ(nuls.Replace(CString("a\0b"sv), CString("\0"sv)), 1);
+  EXPECT_EQ(Text(nuls), "\0, a\0c"sv);
+  EXPECT_EQ(nuls.Replace(CString("\0c"sv), "d"), 1);
+  EXPECT_EQ(nuls.Replace("ad", CString("e\0"sv)), 1);
+  EXPECT_EQ(Text(nuls), "\0, e\0"sv);
   EXPECT_EQ(Text(s), "abc");
   EXPECT_EQ(s.Replace(nullptr, "x"), 0);
   EXPECT_EQ(s.Remove('b'), 1);
@@ -506,6 +531,7 @@ TEST(CString, InsertsAndDeletes) {
   CString s("abc");
   EXPECT_EQ(s.Insert(1, 'x'), 4);
   EXPECT_EQ(s.Insert(1, ""), 4);
+  EXPECT_EQ(CString("ab").Insert(1, CString("x\0y"sv)), 5) << "a NUL of a CString is a byte like any other";
   EXPECT_EQ(s.Insert(1, static_cast<const char*>(nullptr)), 4);
   EXPECT_EQ(Text(s), "axbc");
   struct Deletion {
@@ -866,12 +892,14 @@ TEST(CString, BehavesLikeAStandardString) {
 
 TEST(CString, GrowsInLinearTime) {
   // Each step appends to a text of many; copying all of it each time would take minutes.
+  const std::clock_t start = std::clock();
   CString s;
   for (int i = 0; i < 3000000; ++i) s += 'x';
   EXPECT_EQ(s.GetLength(), 3000000);
   CString many(std::string(300000, '%'));
   EXPECT_EQ(many.Replace("%", "%%"), 300000);
   EXPECT_EQ(many.GetLength(), 600000);
+  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 5);
 }
 
 }  // namespace

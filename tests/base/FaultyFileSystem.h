@@ -34,6 +34,7 @@ class FaultyFileSystem : public FileSystem {
   bool HasFailed() const { return m_nFailed != 0; }
   /// The number of the operation that failed first, from 1; 0 when none has.
   std::size_t FirstFailed() const { return m_nFailed; }
+  const std::vector<std::string>& Failed() const { return m_failed; }
   const std::vector<std::string>& Operations() const { return m_operations; }
 
   Handle OpenForReading(const char* szPath) override {
@@ -111,6 +112,7 @@ class FaultyFileSystem : public FileSystem {
     if (m_nFirst == 0) return false;
     const bool bFails = Count() == m_nFirst || (m_duration == Duration::forever && Count() > m_nFirst);
     if (bFails && m_nFailed == 0) m_nFailed = m_operations.size();
+    if (bFails) m_failed.emplace_back(szOperation);
     return bFails;
   }
   std::size_t Limited(std::size_t nBytes) const { return m_nLimit == 0 || nBytes < m_nLimit ? nBytes : m_nLimit; }
@@ -122,6 +124,7 @@ class FaultyFileSystem : public FileSystem {
   std::size_t m_nLimit = 0;
   std::string m_sOnly;
   std::vector<std::string> m_operations;
+  std::vector<std::string> m_failed;
 };
 
 /// Runs an operation with its first file operation failing, then its second, and so on until no more fail; each once

@@ -8,6 +8,7 @@
 #include <thread>
 #include <vector>
 
+#include "base/CEvent.h"
 #include "base/CObject.h"
 #include "base/CProgressCtrl.h"
 #include "base/LoadStatus.h"

@@ -13,6 +13,8 @@
 #include "base/CGProperty.h"
 #include "base/CLProperty.h"
 #include "base/CMemFile.h"
+#include "base/CPoint3D.h"
+#include "base/CRectD.h"
 #include "base/CStdioFile.h"
 #include "base/CStringArray.h"
 #include "base/CStringEx.h"
@@ -20,10 +22,12 @@
 #include "base/Pool.h"
 #include "base/TestFolder.h"
 #include "base/TextOut.h"
+#include "base/WholeFile.h"
 #include "base/XTokenString.h"
 
 using laminate::test::AllocationFault;
 using laminate::test::ForEachFailingAllocation;
+using laminate::test::OnlyPlatforms;
 using laminate::test::TestFolder;
 
 namespace {
@@ -36,21 +40,6 @@ constexpr bool kPool =
 #else
     true;
 #endif
-
-// What is raised must be the platform's exception.
-template <class Run>
-auto OnlyPlatforms(Run run) {
-  return [run] {
-    try {
-      run();
-    } catch (const CMemoryException&) {
-      throw;
-    } catch (const std::bad_alloc&) {
-      ADD_FAILURE() << "not the platform's exception";
-      throw;
-    }
-  };
-}
 
 TEST(AllocationFault, FailsWhatItIsTold) {
   {
@@ -261,6 +250,27 @@ TEST(MemoryFault, LeavesRecordArraysAsTheyWere) {
   EXPECT_TRUE(target == source);
 }
 
+TEST(MemoryFault, NeedsNoneToRaise) {
+  const AllocationFault fault(1, AllocationFault::Duration::forever);
+  bool bRaised = false;
+  try {
+    laminate::Required(static_cast<CObject*>(nullptr));
+  } catch (const CInvalidArgException& e) {
+    bRaised = std::string_view(e.what()) == "an invalid argument was encountered";
+  }
+  EXPECT_TRUE(bRaised);
+}
+
+TEST(MemoryFault, LeavesCopiesOfLongTextsAlone) {
+  const CString s(kLong.c_str());
+  const AllocationFault fault(1, AllocationFault::Duration::forever);
+  CString copy(s);
+  copy = s;
+  const bool bSame = copy == s;
+  EXPECT_TRUE(bSame);
+  EXPECT_FALSE(fault.HasFailed());
+}
+
 TEST(MemoryFault, LeavesValuesAsTheyWere) {
   CArrayN numbers;
   for (int i = 0; i < 1000; ++i) numbers.Add(i);
@@ -276,6 +286,12 @@ TEST(MemoryFault, LeavesValuesAsTheyWere) {
   outlines.Add(points.clone());
   CGPropertyArray properties;
   properties.Add(new CGProperty(kLong.c_str(), "b"));
+  CArrayPoint3D places;
+  CArrayRectD rectangles;
+  for (int i = 0; i < 20; ++i) {
+    places.Add(new CPoint3D(1, 2, i));
+    rectangles.Add(new CRectD(1, 2, 3, i));
+  }
   const int nFailures = ForEachFailingAllocation(OnlyPlatforms([&] {
     CArrayArrayN nestedCopy(nested);
     nestedCopy.Add(nestedCopy[0]);
@@ -285,6 +301,10 @@ TEST(MemoryFault, LeavesValuesAsTheyWere) {
     delete outlinesCopy.clone();
     CGPropertyArray propertiesCopy;
     propertiesCopy = properties;
+    CArrayPoint3D placesCopy(places);
+    delete placesCopy.clone();
+    CArrayRectD rectanglesCopy;
+    rectanglesCopy = rectangles;
     CStringArray columns;
     XTokenString("a \"b c\" and a column of more than sixteen bytes", " ", columns, 0, 0, 0, 1, 0);
     laminate::LineColumns cut("a b c d e f g h i j k l m n o p");
@@ -304,20 +324,26 @@ TEST(MemoryFault, EndsFilesAndArchivesSoundly) {
               laminate::ReadWholeFile(path.c_str(), content);
             })),
             0);
-  EXPECT_GT(ForEachFailingAllocation([&] {
+  EXPECT_GT(ForEachFailingAllocation(OnlyPlatforms([&] {
               CStdioFile file(path.c_str(), CFile::modeRead);
               CString s;
               while (file.ReadString(s)) {
               }
-            }),
+            })),
             0);
   const std::string out = folder / "out";
-  EXPECT_GT(ForEachFailingAllocation([&] {
+  EXPECT_GT(ForEachFailingAllocation(OnlyPlatforms([&] {
+              CStdioFile file(out.c_str(), CFile::modeCreate | CFile::modeWrite);
+              file.WriteString(kLong.c_str());
+              file.Close();
+            })),
+            0);
+  EXPECT_GT(ForEachFailingAllocation(OnlyPlatforms([&] {
               CFile file(out.c_str(), CFile::modeCreate | CFile::modeWrite);
               CArchive ar(&file, CArchive::store);
               for (int i = 0; i < 100; ++i) ar << CString(kLong.c_str());
               ar.Close();
-            }),
+            })),
             0);
   EXPECT_GT(ForEachFailingAllocation(OnlyPlatforms([&] {
               CMemFile file;
@@ -366,12 +392,30 @@ TEST(MemoryFault, LeavesFoldersBehindAtWorst) {
   BKUtility& utility = *BKUtility::GetInstance();
   utility.SetDataPath((folder / "data").c_str());
   const int nBefore = laminate::test::CountDescriptors();
-  EXPECT_GT(ForEachFailingAllocation([&] {
+  EXPECT_GT(ForEachFailingAllocation(OnlyPlatforms([&] {
               const CString sFolder = utility.BKPathCombine(
                   utility.GetDataPath(), "Data\\" + utility.GetSegmntFromFilePath("/a/long/path/of/a/board.pcf", 2));
               utility.MakeDirectory(sFolder);
               utility.DeleteDirectory(sFolder);
-            }),
+            })),
+            0);
+  // A missing file is told by an exception, which needs memory for the name.
+  const std::string missing = folder / "a file that is not there";
+  const CString lost(folder / "no such folder/and no file in it");
+  const CString whole(folder / "a whole file");
+  EXPECT_GT(ForEachFailingAllocation(OnlyPlatforms([&] {
+              try {
+                CFile file(missing.c_str(), CFile::modeRead);
+              } catch (const CFileException&) {
+              }
+              try {
+                laminate::WholeFile file(lost);
+              } catch (const CFileException&) {
+              }
+              laminate::WholeFile file(whole);
+              file.Text().Print<"%s">(kLong);
+              file.Commit();
+            })),
             0);
   utility.SetDataPath("");
   EXPECT_EQ(laminate::test::CountDescriptors(), nBefore);

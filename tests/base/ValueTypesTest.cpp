@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 
+#include "base/CArrayN.h"
 #include "base/CArrayPointD.h"
 #include "base/CGProperty.h"
 #include "base/CLProperty.h"
@@ -40,8 +41,13 @@ TEST(CPointD, HoldsTwoNumbers) {
   EXPECT_EQ(copy.x, 3);
   EXPECT_TRUE(copy == CPointD(3, 4));
   EXPECT_FALSE(copy == CPointD(3, std::nextafter(4.0, 5.0))) << "equality is exact";
-  static_assert(std::has_virtual_destructor_v<CPointD>);
 }
+
+// Every value type may be deleted through a pointer to it by whoever derives from it.
+template <class... T>
+constexpr bool kAllDeletable = (std::has_virtual_destructor_v<T> && ...);
+static_assert(kAllDeletable<CPointD, CPoint3D, CRectD, CPointF, CRectF, CStringEx, CStringExArray, CGProperty,
+                            CLProperty, CArrayN, CArrayPointD, CArrayArrayN>);
 
 TEST(CPointD, MovesAndTurns) {
   struct Row {
@@ -141,6 +147,9 @@ TEST(CPoint3D, HoldsThreeNumbers) {
   pt.SetData(1, 2, 3);
   pt.MoveRotate(0, 0, 90);
   EXPECT_TRUE(pt == CPoint3D(-2, 1, 3));
+  pt.SetData(1, 2, 3);
+  pt.MoveRotate(5, 7, 90);
+  EXPECT_TRUE(pt == CPoint3D(-7, -6, 3)) << "first turned, then moved";
 }
 
 TEST(CRectD, HoldsFourNumbers) {
@@ -158,14 +167,30 @@ TEST(CRectD, HoldsFourNumbers) {
   rect.Init();
   EXPECT_TRUE(rect == CRectD());
   EXPECT_FALSE(*copy == rect);
+  CRectD assigned(9, 9, 9, 9);
+  assigned = *copy;
+  EXPECT_TRUE(assigned == CRectD(1, 2, 3, 4));
+  assigned.x = 5;
+  EXPECT_TRUE(*copy == CRectD(1, 2, 3, 4));
+  const CRectD odd(kNan, 0, 0, 0);
+  EXPECT_FALSE(odd == odd) << "a rectangle is compared by its numbers, also with itself";
 }
 
 TEST(SinglePrecision, HoldsPointsAndRectangles) {
   CPointF pt(1.5f, -2);
   const CPointF copy(pt);
   EXPECT_TRUE(pt == copy);
+  for (const CPointF& other : {CPointF(0, -2), CPointF(1.5f, 3)}) {
+    EXPECT_TRUE(pt != other);
+    EXPECT_FALSE(pt == other);
+  }
+  CPointF assigned;
+  assigned = pt;
   pt.y = 3;
   EXPECT_TRUE(pt != copy);
+  EXPECT_TRUE(assigned == copy) << "a copy owns its own data";
+  const CPointF odd(std::numeric_limits<float>::quiet_NaN(), 0);
+  EXPECT_FALSE(odd == odd);
   EXPECT_TRUE(CPointF() == CPointF(0, 0));
   CRectF rect(1, 2, 3, 4);
   const CRectF rectCopy(rect);
@@ -173,7 +198,10 @@ TEST(SinglePrecision, HoldsPointsAndRectangles) {
   for (const CRectF& other : {CRectF(0, 2, 3, 4), CRectF(1, 0, 3, 4), CRectF(1, 2, 0, 4), CRectF(1, 2, 3, 0)}) {
     EXPECT_TRUE(rect != other);
   }
+  CRectF rectAssigned;
+  rectAssigned = rect;
   rect = CRectD(0.1, 1e300, -1e300, 16777217);
+  EXPECT_TRUE(rectAssigned == rectCopy);
   EXPECT_TRUE(rect == CRectF(0.1f, std::numeric_limits<float>::infinity(), -std::numeric_limits<float>::infinity(),
                              16777216.0f));
   EXPECT_TRUE(CRectF() == CRectF(0, 0, 0, 0));
@@ -264,6 +292,11 @@ TEST(CTokenizer, IsCopied) {
   EXPECT_EQ(b.m_sText, "text");
   EXPECT_EQ(b.m_aBlock[31], 7);
   EXPECT_EQ(b.m_nValue, 5);
+  a = b;
+  b.m_aBlock[31] = 8;
+  EXPECT_EQ(a.m_sText, "text");
+  EXPECT_EQ(a.m_aBlock[31], 7);
+  EXPECT_EQ(a.m_nValue, 5);
   static_assert(sizeof(b.m_aBlock) == 32);
 }
 

@@ -339,14 +339,90 @@ TEST(BoardWriting, GathersAndStaysGathered) {
 TEST(BoardObjects, CopiesShare) {
   CBDboardContainer board;
   board.m_sReserved1 = "x";
+  board.m_sReserved2 = "y";
+  const auto expectShared = [&board](CBDboardContainer& copy) {
+    EXPECT_EQ("x", copy.m_sReserved1);
+    EXPECT_EQ("y", copy.m_sReserved2);
+    EXPECT_EQ(board.m_pComponentArray, copy.m_pComponentArray);
+    EXPECT_EQ(board.m_pCompGroupArray, copy.m_pCompGroupArray);
+    EXPECT_EQ(board.m_pNetArray, copy.m_pNetArray);
+    EXPECT_EQ(board.m_pDrawObjArray, copy.m_pDrawObjArray);
+    EXPECT_EQ(board.m_pSubBoardArray, copy.m_pSubBoardArray);
+    copy.m_pComponentArray = nullptr;
+    copy.m_pCompGroupArray = nullptr;
+    copy.m_pNetArray = nullptr;
+    copy.m_pDrawObjArray = nullptr;
+    copy.m_pSubBoardArray = nullptr;
+  };
   CBDboardContainer copy(board);
-  EXPECT_EQ("x", copy.m_sReserved1);
-  EXPECT_EQ(board.m_pNetArray, copy.m_pNetArray);
-  copy.m_pComponentArray = nullptr;
-  copy.m_pCompGroupArray = nullptr;
-  copy.m_pNetArray = nullptr;
-  copy.m_pDrawObjArray = nullptr;
-  copy.m_pSubBoardArray = nullptr;
+  expectShared(copy);
+  CBDboardContainer assigned;
+  const CBDboardContainer old(assigned);  // deletes what the assignment leaves behind
+  assigned = board;
+  expectShared(assigned);
+}
+
+TEST(BoardObjects, StartEmptyWithTheirFieldsInOrder) {
+  static_assert(std::has_virtual_destructor_v<CBDboardContainer>);
+  const CBDboardContainer board;
+  EXPECT_EQ("", board.m_sReserved1);
+  EXPECT_EQ("", board.m_sReserved2);
+  const auto expectEmpty = [](const auto* pArray) {
+    ASSERT_NE(nullptr, pArray);
+    EXPECT_TRUE(pArray->IsEmpty());
+  };
+  expectEmpty(board.m_pComponentArray);
+  expectEmpty(board.m_pCompGroupArray);
+  expectEmpty(board.m_pNetArray);
+  expectEmpty(board.m_pDrawObjArray);
+  expectEmpty(board.m_pSubBoardArray);
+  const void* const fields[] = {&board.m_sReserved1,    &board.m_pComponentArray, &board.m_pCompGroupArray,
+                                &board.m_pNetArray,     &board.m_pDrawObjArray,   &board.m_sReserved2,
+                                &board.m_pSubBoardArray};
+  for (std::size_t i = 1; i < std::size(fields); ++i) EXPECT_LT(fields[i - 1], fields[i]) << i;
+}
+
+int g_nEnded = 0;
+template <class Element>
+struct Ending : Element {
+  ~Ending() override { ++g_nEnded; }
+};
+
+TEST(BoardObjects, DeleteTheirArraysWithAllInThem) {
+  g_nEnded = 0;
+  {
+    CBDboardContainer board;
+    board.m_pComponentArray->Add(new Ending<CBDcomponent>);
+    board.m_pCompGroupArray->Add(new Ending<CBDcompGroup>);
+    board.m_pNetArray->Add(new Ending<CBDnet>);
+    board.m_pDrawObjArray->Add(new Ending<CBDdelete>);
+    board.m_pSubBoardArray->Add(new Ending<CBDsubBoard>);
+  }
+  EXPECT_EQ(5, g_nEnded);
+  CBDboardContainer without;
+  delete std::exchange(without.m_pNetArray, nullptr);
+  without.m_pSubBoardArray->Add(new Ending<CBDsubBoard>);
+}
+
+TEST(BoardObjects, EndSoundlyWithoutMemory) {
+  EXPECT_GT(laminate::test::ForEachFailingAllocation(laminate::test::OnlyPlatforms([] {
+              std::vector<std::unique_ptr<CBDboardContainer>> boards;
+              laminate::WithPlatformFailures([&] { boards.reserve(1000); });
+              for (int i = 0; i < 1000; ++i) boards.push_back(std::make_unique<CBDboardContainer>());
+            })),
+            1);
+  CBDboardContainer board;
+  for (int i = 0; i < 3000; ++i) board.m_pDrawObjArray->Add(Shape({i % 7, std::to_string(i % 5), ""}, i));
+  const std::vector<CBDdrawObj*> before(board.m_pDrawObjArray->begin(), board.m_pDrawObjArray->end());
+  bool bAsBefore = true;
+  const int nFailures = laminate::test::ForEachFailingAllocation(
+      laminate::test::OnlyPlatforms([&] {
+        std::copy(before.begin(), before.end(), board.m_pDrawObjArray->begin());
+        board.vSortDrawObjForLayerOrder();
+      }),
+      [&] { bAsBefore = bAsBefore && std::equal(before.begin(), before.end(), board.m_pDrawObjArray->begin()); });
+  EXPECT_TRUE(bAsBefore);
+  EXPECT_GT(nFailures, 10);
 }
 
 }  // namespace

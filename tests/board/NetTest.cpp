@@ -1,3 +1,6 @@
+#include <cstdio>
+
+#include "base/AllocationFault.h"
 #include "board/BoardForms.h"
 #include "board/CBDnet.h"
 #include "board/CBDsubBoard.h"
@@ -27,6 +30,7 @@ TEST(NetReading, Rows) {
           {"in either order", "(net N (rebuildRatsNest NO) (drawRatsNest YES))", "N ///YES"},
           {"unknown", "(net N (foo 1) (pin 2) (Type A))", "N ///"},
           {"no pin", "(net N (comp R1))", "N /// R1."},
+          {"only the first pin is looked at", "(net N (comp R1 (pin 1) (pin)))", "N /// R1.1"},
           {"first pin counts", "(net N (comp R1 (pin 1) (pin 2)))", "N /// R1.1"},
           {"one component twice", "(net N (comp R1 (pin 1)) (comp R1 (pin 1)))", "N /// R1.1 R1.1"},
           {"empty texts", "(net x (type \"\") (comp \"\"))", "x /// ."},
@@ -73,6 +77,48 @@ TEST(NetWriting, NothingIsEscaped) {
   EXPECT_EQ("a%b c", pin.m_sPin);
 }
 
+TEST(NetWriting, OnlyTheNameIsQuotedAndDoubled) {
+  CBDnet net;
+  net.m_sName = "a\"b\\";
+  net.m_sType = "A (B)%";
+  net.m_sPen = "1 %2";
+  EXPECT_EQ(
+      "(net \"a\"b\\\"\n(type A (B)%)\n(lockMode UNFIXED)\n(pen 1 %2)\n(drawRatsNest NO)\n(rebuildRatsNest YES)\n)\n",
+      Printed(net));
+  EXPECT_EQ("A (B)%", net.m_sType);
+  EXPECT_EQ("1 %2", net.m_sPen);
+}
+
+TEST(NetWriting, WithoutAStreamNothingChanges) {
+  CBDnet net;
+  net.m_sName = "A%";
+  EXPECT_NE("", RaisedBy([&] { net.nPrint2File(nullptr); }));
+  EXPECT_EQ("A%", net.m_sName);
+}
+
+TEST(NetWriting, WithoutMemoryTheNameIsTheOldOrTheNewOne) {
+  CBDnet net;
+  const std::string old = std::string(600, 'x') + "%";
+  bool bWhole = true;
+  const int nFailures = laminate::test::ForEachFailingAllocation(
+      laminate::test::OnlyPlatforms([&] {
+        net.m_sName = CString(old);
+        std::FILE* fp = std::fopen("/dev/null", "w");
+        try {
+          net.nPrint2File(fp);
+        } catch (...) {
+          std::fclose(fp);
+          throw;
+        }
+        std::fclose(fp);
+      }),
+      [&] {
+        bWhole = bWhole && (net.m_sName.View() == old || net.m_sName.View() == old + "%" || net.m_sName.IsEmpty());
+      });
+  EXPECT_TRUE(bWhole);
+  EXPECT_GT(nFailures, 0);
+}
+
 TEST(NetWriting, NullsAreNothing) {
   CBDnet net;
   net.m_pRefPinArray->Add(nullptr);
@@ -87,13 +133,75 @@ TEST(NetWriting, NullsAreNothing) {
 
 TEST(NetObjects, CopiesShareThePins) {
   CBDnet net;
-  net.m_sName = "N";
-  net.m_sRatsNest = "YES";
+  CString* const texts[] = {&net.m_sName, &net.m_sType,     &net.m_sLockMode,
+                            &net.m_sPen,  &net.m_sRatsNest, &net.m_sReserved1};
+  for (std::size_t i = 0; i < std::size(texts); ++i) *texts[i] = std::to_string(i);
+  const auto expectShared = [&net](CBDnet& copy) {
+    EXPECT_EQ("0", copy.m_sName);
+    EXPECT_EQ("1", copy.m_sType);
+    EXPECT_EQ("2", copy.m_sLockMode);
+    EXPECT_EQ("3", copy.m_sPen);
+    EXPECT_EQ("4", copy.m_sRatsNest);
+    EXPECT_EQ("5", copy.m_sReserved1);
+    EXPECT_EQ(net.m_pRefPinArray, copy.m_pRefPinArray);
+    copy.m_pRefPinArray = nullptr;
+    copy.m_sName = "changed";
+    EXPECT_EQ("0", net.m_sName);
+  };
   CBDnet copy(net);
-  EXPECT_EQ(net.m_pRefPinArray, copy.m_pRefPinArray);
-  EXPECT_EQ("N", copy.m_sName);
-  EXPECT_EQ("YES", copy.m_sRatsNest);
-  copy.m_pRefPinArray = nullptr;
+  expectShared(copy);
+  CBDnet assigned;
+  const std::unique_ptr<CBDrefPinArray> pOld(assigned.m_pRefPinArray);
+  assigned = net;
+  expectShared(assigned);
+
+  CBDrefPin pin;
+  pin.m_sComp = "R1";
+  pin.m_sPin = "2";
+  CBDrefPin pinAssigned;
+  pinAssigned = pin;
+  for (const CBDrefPin& each : {CBDrefPin(pin), pinAssigned}) {
+    EXPECT_EQ("R1", each.m_sComp);
+    EXPECT_EQ("2", each.m_sPin);
+  }
+}
+
+TEST(NetObjects, StartEmptyWithTheirFieldsInOrder) {
+  static_assert(std::has_virtual_destructor_v<CBDnet> && std::has_virtual_destructor_v<CBDrefPin>);
+  static_assert(std::has_virtual_destructor_v<CBDsubBoard>);
+  const CBDnet net;
+  const CString* const texts[] = {&net.m_sName, &net.m_sType,     &net.m_sLockMode,
+                                  &net.m_sPen,  &net.m_sRatsNest, &net.m_sReserved1};
+  for (std::size_t i = 0; i < std::size(texts); ++i) {
+    EXPECT_EQ("", *texts[i]);
+    EXPECT_TRUE(i == 0 || texts[i - 1] < texts[i]) << i;
+  }
+  EXPECT_LT(static_cast<const void*>(texts[5]), static_cast<const void*>(&net.m_pRefPinArray));
+  ASSERT_NE(nullptr, net.m_pRefPinArray);
+  EXPECT_TRUE(net.m_pRefPinArray->IsEmpty());
+  const CBDrefPin pin;
+  EXPECT_EQ("", pin.m_sComp);
+  EXPECT_EQ("", pin.m_sPin);
+  EXPECT_LT(&pin.m_sComp, &pin.m_sPin);
+  const CBDsubBoard board;
+  EXPECT_EQ(0, board.m_nId);
+  EXPECT_EQ("", board.m_sRelativePath);
+  EXPECT_LT(static_cast<const void*>(&board.m_nId), static_cast<const void*>(&board.m_sRelativePath));
+}
+
+TEST(SubBoardObjects, AreCopied) {
+  CBDsubBoard board;
+  board.m_nId = 3;
+  board.m_sRelativePath = "p";
+  CBDsubBoard copy(board);
+  CBDsubBoard assigned;
+  assigned = board;
+  for (CBDsubBoard* p : {&copy, &assigned}) {
+    EXPECT_EQ(3, p->m_nId);
+    EXPECT_EQ("p", p->m_sRelativePath);
+    p->m_sRelativePath = "q";
+    EXPECT_EQ("p", board.m_sRelativePath);
+  }
 }
 
 TEST(SubBoardReading, Rows) {
@@ -104,6 +212,11 @@ TEST(SubBoardReading, Rows) {
           {"first path counts", "(subBoard 3 (relativePath a) (relativePath b))", "3 a"},
           {"unknown", "(subBoard 3 (path a))", "3 "},
           {"garbage number", "(subBoard x)", "0 "},
+          {"below 0", "(subBoard -3)", "-3 "},
+          {"number and garbage", "(subBoard 12abc)", "12 "},
+          {"cut to 32 bits", "(subBoard 4294967299)", "3 "},
+          {"saturated, then cut", "(subBoard 99999999999999999999)", "-1 "},
+          {"first value counts", "(subBoard 3 9)", "3 "},
           {"no number", "(subBoard (relativePath a))", "raises \"subBoard\" has no value 1"},
           {"empty path form", "(subBoard 3 (relativePath))", "raises \"relativePath\" has no value 1"},
       },
@@ -111,7 +224,6 @@ TEST(SubBoardReading, Rows) {
         const auto p = ReadSubBoard(node);
         return std::to_string(p->m_nId) + " " + Str(p->m_sRelativePath);
       });
-  EXPECT_EQ(0, CBDsubBoard().m_nId);
 }
 
 }  // namespace

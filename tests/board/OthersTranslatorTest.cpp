@@ -1,5 +1,8 @@
 #include "board/OthersTranslator.h"
 
+#include <ctime>
+
+#include "base/AllocationFault.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcompGroup.h"
 #include "board/CBDlibraryEntities.h"
@@ -7,6 +10,7 @@
 #include "board/CBDparameter.h"
 #include "board/CBDsubBoard.h"
 #include "board/CBDtextSize.h"
+#include "reader/Grammar.h"
 #include "technology/CBDtechnologyContainer.h"
 #include "technology/RecordTestSupport.h"
 
@@ -26,7 +30,7 @@ struct Database {
     auto pReader = std::make_unique<CECadCls>();
     pReader->m_sFileName = "t";
     pReader->nParseFile(0);
-    laminate::OthersTarget target{sVersion, technology, board, parameter, libraryEntities};
+    laminate::OthersTarget target{sVersion, &technology, &board, &parameter, &libraryEntities};
     const int nResult = laminate::ReadOthers(pReader.get(), target);
     // The reader of an unknown file is gone.
     if (nResult == -1) static_cast<void>(pReader.release());
@@ -86,7 +90,19 @@ TEST(OthersTranslation, Roots) {
       {"(pcf (header (version 3)))(pcf (header (version 4)))", 0, "3  nets groups boards parts  sizes 0"},
       {"(pcf)", 0, "2.0  nets groups boards parts  sizes 0"},
       {"(pcf (boardContainer))", 0, "2.0  nets groups boards parts  sizes 0"},
+      // Sections are looked for at their own level only, and exactly.
+      {"(a (pcf (boardContainer (nets (net A)))))", -1, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (nets (net A)) (subBoards (subBoard 1)) (version 9))", 0, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (x (boardContainer (nets (net A)))))", 0, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (boardContainer (header (version 9)) (x (nets (net A)))))", 0, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (boardContainer (nets (x (net A)))))", 0, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (Header) (BoardContainer (nets (net A))) (boardContainer (Nets (net A)) (nets (Net B))))", 0,
+       "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (boardContainer (nets) (subBoards) (compGroups)))", 0, "2.0  nets groups boards parts  sizes 0"},
+      {"(pcf (boardContainer (nets (net \"\"))))", 0, "2.0  nets  groups boards parts  sizes 0"},
       // Only the first section of a name counts.
+      {"(pcf (boardContainer (subBoards (subBoard 1)) (subBoards (subBoard 2))))", 0,
+       "2.0  nets groups boards 1 parts  sizes 0"},
       {"(pcf (boardContainer (nets (net A)) (nets (net B))) (boardContainer (nets (net C))))", 0,
        "2.0  nets A groups boards parts  sizes 0"},
   };
@@ -114,6 +130,11 @@ TEST(OthersTranslation, FaultsEndItAndWhatWasReadStays) {
       {"sub-boards before groups",
        "(pcf (boardContainer (nets (net A)) (compGroups (compGroup G)) (subBoards (subBoard 1) (subBoard))))",
        "\"subBoard\" has no value 1", "2.0  nets groups boards 1 parts  sizes 0"},
+      {"a later sub-board's path",
+       "(pcf (boardContainer (subBoards (subBoard 1) (subBoard 2 (relativePath)) (subBoard 3))))",
+       "\"relativePath\" has no value 1", "2.0  nets groups boards 1 parts  sizes 0"},
+      {"a net with pins in it already", "(pcf (boardContainer (nets (net A) (net B (comp R1 (pin 1)) (type)))))",
+       "\"type\" has no value 1", "2.0  nets A groups boards parts  sizes 0"},
       {"groups before nets",
        "(pcf (boardContainer (nets (net A)) (compGroups (compGroup G) (compGroup)) (subBoards (subBoard 1))))",
        "\"compGroup\" has no value 1", "2.0  nets groups G boards 1 parts  sizes 0"},
@@ -136,9 +157,10 @@ TEST(OthersTranslation, FaultsEndItAndWhatWasReadStays) {
 
 TEST(OthersTranslation, AddsToWhatIsThere) {
   Database database;
-  database.Read("(pcf (boardContainer (nets (net A))))");
-  database.Read("(pcf (header (version 5)) (boardContainer (nets (net A))))");
-  EXPECT_EQ("5  nets A A groups boards parts  sizes 0", database.Show());
+  database.Read("(pcf (boardContainer (nets (net A)) (subBoards (subBoard 1)) (compGroups (compGroup G))))");
+  database.Read(
+      "(pcf (header (version 5)) (boardContainer (nets (net B)) (subBoards (subBoard 2)) (compGroups (compGroup H))))");
+  EXPECT_EQ("5  nets A B groups G H boards 1 2 parts  sizes 0", database.Show());
 }
 
 TEST(OthersTranslation, MakesANewNetArrayWhereItWasTaken) {
@@ -151,13 +173,128 @@ TEST(OthersTranslation, MakesANewNetArrayWhereItWasTaken) {
   EXPECT_NE(nullptr, database.board.m_pNetArray);
 }
 
-TEST(OthersTranslation, OtherArraysMustBeThere) {
+TEST(OthersTranslation, OtherArraysMustBeThereForTheirSections) {
   Database database;
   delete std::exchange(database.board.m_pCompGroupArray, nullptr);
   EXPECT_NE("", RaisedBy([&] { database.Read("(pcf (boardContainer (compGroups)))"); }));
-  laminate::OthersTarget target{database.sVersion, database.technology, database.board, database.parameter,
-                                database.libraryEntities};
+  delete std::exchange(database.board.m_pSubBoardArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] { database.Read("(pcf (boardContainer (subBoards)))"); }));
+  EXPECT_EQ("", RaisedBy([&] { database.Read("(pcf (boardContainer (nets (net A))))"); }));
+  EXPECT_EQ(1, database.board.m_pNetArray->GetSize());
+  laminate::OthersTarget target{database.sVersion, &database.technology, &database.board, &database.parameter,
+                                &database.libraryEntities};
   EXPECT_NE("", RaisedBy([&] { laminate::ReadOthers(nullptr, target); }));
+}
+
+TEST(OthersTranslation, EmptySlotsOfATreeAreNothing) {
+  Database database;
+  Tree tree("(pcf (boardContainer (nets (net A (comp R1) (type T)))))");
+  CECadClsLvl& board = *laminate::FindChild(tree.Form(), "boardContainer");
+  CECadClsLvl& nets = *laminate::FindChild(board, "nets");
+  CECadClsLvl& net = *laminate::FindChild(nets, "net");
+  for (CECadClsLvlArray* pArray :
+       {tree.Reader().m_pRootArray, tree.Form().m_pChildren, board.m_pChildren, nets.m_pChildren, net.m_pChildren}) {
+    pArray->InsertAt(0, static_cast<CECadClsLvl*>(nullptr));
+  }
+  laminate::OthersTarget target{database.sVersion, &database.technology, &database.board, &database.parameter,
+                                &database.libraryEntities};
+  EXPECT_EQ(0, laminate::ReadOthers(&tree.Reader(), target));
+  EXPECT_EQ("2.0  nets A groups boards parts  sizes 0", database.Show());
+  EXPECT_EQ("T", database.board.m_pNetArray->GetAt(0)->m_sType);
+  EXPECT_EQ(1, database.board.m_pNetArray->GetAt(0)->m_pRefPinArray->GetSize());
+  CECadClsLvlArray* const pRoots = std::exchange(tree.Reader().m_pRootArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] { laminate::ReadOthers(&tree.Reader(), target); }));
+  tree.Reader().m_pRootArray = pRoots;
+}
+
+TEST(OthersTranslation, ShapesInsideAGroupsBoardAssemblyGoToTheBoard) {
+  Database database;
+  database.Read(
+      "(pcf (boardContainer (compGroups (compGroup G (layout (layer (conductive 1) (boardAssembly (geometry (circle "
+      "1.0)))))))))");
+  EXPECT_EQ("DRAWSUBBOARD@conductive/1/1", Str(*database.board.m_pCompGroupArray->GetAt(0)->m_pDrawObjArray));
+  EXPECT_EQ(1, database.board.m_pDrawObjArray->GetSize());
+}
+
+TEST(OthersTranslation, EndsSoundlyWithoutMemory) {
+  std::string nets;
+  for (int i = 0; i < 200; ++i) nets += " (net N)";
+  Tree tree("(pcf (header (version 1)) " + kTechnology +
+            "(boardContainer (subBoards (subBoard 1 (relativePath p))) (compGroups (compGroup G (list A))) (nets" +
+            nets + " (net LAST (comp A) (comp B) (comp C)))))");
+  std::unique_ptr<Database> pDatabase;
+  int nFailures = 0;
+  using laminate::test::AllocationFault;
+  for (const auto duration : {AllocationFault::Duration::once, AllocationFault::Duration::forever}) {
+    bool bFailed = true;
+    for (long n = 1; bFailed; ++n) {
+      pDatabase = std::make_unique<Database>();
+      pDatabase->board.m_pNetArray->Add(new CBDnet);
+      laminate::OthersTarget target{pDatabase->sVersion, &pDatabase->technology, &pDatabase->board,
+                                    &pDatabase->parameter, &pDatabase->libraryEntities};
+      {
+        const AllocationFault fault(n, duration);
+        try {
+          laminate::test::OnlyPlatforms([&] { laminate::ReadOthers(&tree.Reader(), target); })();
+        } catch (const CMemoryException&) {
+        }
+        bFailed = fault.HasFailed();
+      }
+      nFailures += bFailed ? 1 : 0;
+      // What is there is whole: a later read comes behind it.
+      const INT_PTR nNets = pDatabase->board.m_pNetArray->GetSize();
+      EXPECT_EQ(0, laminate::ReadOthers(&tree.Reader(), target));
+      ASSERT_EQ(nNets + 201, pDatabase->board.m_pNetArray->GetSize());
+      EXPECT_EQ(3, pDatabase->board.m_pNetArray->GetLastElement()->m_pRefPinArray->GetSize());
+    }
+  }
+  EXPECT_GT(nFailures, 4);
+}
+
+// Room that cannot be given back is kept: it must not cost a section that was read.
+TEST(OthersTranslation, KeepsItsDataWhenOnlyTheTrimLacksMemory) {
+  std::string text = "(pcf (boardContainer (nets";
+  for (int i = 0; i < 100; ++i) text += " (net N)";
+  Tree tree(text + ")))");
+  long nAllocations = 0;
+  {
+    Database database;
+    laminate::OthersTarget target{database.sVersion, nullptr, &database.board, nullptr, nullptr};
+    const laminate::test::AllocationFault count(1000000, laminate::test::AllocationFault::Duration::once);
+    laminate::ReadOthers(&tree.Reader(), target);
+    nAllocations = count.Count();
+  }
+  Database database;
+  laminate::OthersTarget target{database.sVersion, nullptr, &database.board, nullptr, nullptr};
+  {
+    // The last block that is asked for is the trimmed array.
+    const laminate::test::AllocationFault fault(nAllocations, laminate::test::AllocationFault::Duration::forever);
+    EXPECT_NO_THROW(laminate::ReadOthers(&tree.Reader(), target));
+  }
+  EXPECT_EQ(100, database.board.m_pNetArray->GetSize());
+}
+
+TEST(OthersTranslation, TakesLinearTime) {
+  const auto seconds = [](int nNets, int nPins) {
+    std::string text = "(pcf (boardContainer (nets";
+    for (int i = 0; i < nNets; ++i) {
+      text += "\n(net N" + std::to_string(i);
+      for (int k = 0; k < nPins; ++k) text += " (comp R1 (pin " + std::to_string(k) + "))";
+      text += ")";
+    }
+    Tree tree(text + ")))");
+    Database database;
+    laminate::OthersTarget target{database.sVersion, nullptr, &database.board, nullptr, nullptr};
+    const std::clock_t start = std::clock();
+    laminate::ReadOthers(&tree.Reader(), target);
+    EXPECT_EQ(nNets, database.board.m_pNetArray->GetSize());
+    EXPECT_EQ(nPins, database.board.m_pNetArray->GetAt(0)->m_pRefPinArray->GetSize());
+    Printed(database.board);
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+  };
+  // A look through all that is there for each new one takes minutes.
+  EXPECT_LT(seconds(200000, 1), 5);
+  EXPECT_LT(seconds(1, 200000), 5);
 }
 
 TEST(OthersTranslation, ANetWithoutPinsHasAnEmptyArray) {

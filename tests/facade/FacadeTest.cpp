@@ -1,4 +1,8 @@
 // The facade of a board: settings, the order in which it loads, positions, boxes, copies.
+#include <functional>
+#include <stdexcept>
+#include <type_traits>
+
 #include "board/CBDboardContainer.h"
 #include "board/CBDnet.h"
 #include "board/CBDsubBoard.h"
@@ -112,6 +116,137 @@ TEST_F(Facade, SendsPositionsInOrder) {
   EXPECT_EQ(Root().m_pBoardContainer->m_pNetArray->GetSize(), 2);
 }
 
+// A control that runs a function.
+struct CallingControl : CProgressCtrl {
+  explicit CallingControl(std::function<void(int)> call) : onPos(std::move(call)) {}
+  void OnSetPos(int nPos) override { onPos(nPos); }
+  std::function<void(int)> onPos;
+};
+
+TEST_F(Facade, HasReadTheFootprintFileBeforeItTurnsToTheBoardFile) {
+  MemoryLog log;
+  RecordingControl earlier(events, "earlier");
+  RecordingControl pcf(events, "pcf");
+  std::string sLog;
+  const CProgressCtrl* pThen = nullptr;
+  CallingControl ftf([&](int) {
+    sLog = log.Text();
+    pThen = Root().m_pPCFProgress;
+  });
+  facade.SetProgressPtr(&pcf, &ftf);
+  facade.m_pLogFile = log.Stream();
+  Root().vSetPCFProgressPtr(&earlier);
+  facade.vSetFtfFilePath(folder.Write("l.ftf", kLibrary));
+  facade.vSetPcfFilePath(folder.Write("b.pcf", BoardText(kNets)));
+  facade.vParseFtfAndPcf(1);
+  EXPECT_TRUE(sLog.ends_with("\nComplete Translating FTF file to BD Database\n")) << sLog;
+  EXPECT_EQ(pThen, &earlier);
+  EXPECT_EQ(Root().m_pPCFProgress, &pcf);
+}
+
+TEST_F(Facade, EndsEachLoadAsFarAsItCame) {
+  const Events whole{"ftf 100", "pcf 40", "pcf 60", "pcf 80", "pcf 100", "pcf 100"};
+  const std::string sBoard = BoardText(kNets);
+  struct Row {
+    const char* name;
+    std::string library;  // an empty one is missing
+    std::string board;
+    Events positions;
+    int nets;
+    bool raises;
+  };
+  const Row rows[] = {
+      {"both good", kLibrary, sBoard, whole, 2, false},
+      {"no footprint file", "", sBoard, whole, 2, false},
+      {"another root in the footprint file", "(pcf\n)\n", sBoard, whole, 2, false},
+      {"a footprint file left open", "(ftf\n(open\n", sBoard, whole, 2, false},
+      {"no board file", kLibrary, "", {"ftf 100", "pcf 100"}, 0, false},
+      {"a board file out of balance", kLibrary, sBoard + ")\n", {"ftf 100", "pcf 40", "pcf 100"}, 0, false},
+      {"a value missing in the footprint file",
+       "(ftf\n(footprintContainer\n(pads\n(pad)\n)\n)\n)\n",
+       sBoard,
+       {},
+       0,
+       true},
+      {"a value missing in a component",
+       kLibrary,
+       BoardText(std::string(kNets) + "(components\n(component (reference)\n)\n)\n"),
+       {"ftf 100", "pcf 40"},
+       2,
+       true},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.name);
+    events.clear();
+    MemoryLog log;
+    RecordingControl pcf(events, "pcf");
+    RecordingControl ftf(events, "ftf");
+    CPC_BD_Cls_Get fresh;
+    const CBDesigner& root = *fresh.pGetBDesigner();
+    fresh.SetProgressPtr(&pcf, &ftf);
+    fresh.m_pLogFile = log.Stream();
+    fresh.vSetFtfFilePath(row.library.empty() ? CString("/nowhere.ftf") : folder.Write("l.ftf", row.library));
+    fresh.vSetPcfFilePath(row.board.empty() ? CString("/nowhere.pcf") : folder.Write("b.pcf", row.board));
+    if (row.raises) {
+      EXPECT_THROW(fresh.vParseFtfAndPcf(1), CInvalidArgException);
+    } else {
+      fresh.vParseFtfAndPcf(1);
+    }
+    EXPECT_EQ(events, row.positions);
+    EXPECT_EQ(root.m_pBoardContainer->m_pNetArray->GetSize(), row.nets);
+    EXPECT_EQ(root.m_pLogFile, row.raises ? log.Stream() : nullptr);
+    EXPECT_EQ(root.m_pPCFProgress, row.positions.empty() ? nullptr : &pcf);
+  }
+}
+
+TEST_F(Facade, AsksOnlyOnceWhetherToSend) {
+  int bProgress = 1;
+  RecordingControl pcf(events, "pcf");
+  CallingControl ftf([&](int) { bProgress = 0; });
+  facade.SetProgressPtr(&pcf, &ftf);
+  facade.vSetFtfFilePath(folder.Write("l.ftf", kLibrary));
+  facade.vSetPcfFilePath(folder.Write("b.pcf", BoardText(kNets)));
+  facade.vParseFtfAndPcf(bProgress);
+  EXPECT_EQ(events, (Events{"pcf 40", "pcf 60", "pcf 80", "pcf 100", "pcf 100"}));
+}
+
+TEST_F(Facade, PassesOnWhatAHostRaises) {
+  struct Busy : std::runtime_error {
+    Busy() : std::runtime_error("the host is busy") {}
+  };
+  struct ThrowingHost : CHostInterface {
+    int OnMessageBox(HWND, const CString&, const CString&, UINT) override { throw Busy(); }
+  } throwing;
+  {
+    const CHostInterfaceScope scope(throwing);
+    EXPECT_THROW(facade.vParseFtfAndPcf(0), Busy);
+  }
+  MemoryLog log;
+  CallingControl ftf([](int) { throw Busy(); });
+  facade.SetProgressPtr(nullptr, &ftf);
+  facade.m_pLogFile = log.Stream();
+  facade.vSetFtfFilePath(folder.Write("l.ftf", kLibrary));
+  facade.vSetPcfFilePath(folder.Write("b.pcf", BoardText(kNets)));
+  EXPECT_THROW(facade.vParseFtfAndPcf(1), Busy);
+  EXPECT_EQ(log.Text().find("separate PCF"), std::string::npos) << "the board file was opened";
+  EXPECT_EQ(Root().m_pLogFile, log.Stream());
+  EXPECT_TRUE(facade.GetLoadStatus().IsOk()) << "it is no fault of a file";
+  facade.vParseFtfAndPcf(0);
+  EXPECT_EQ(Root().m_pBoardContainer->m_pNetArray->GetSize(), 2);
+  EXPECT_EQ(Root().m_pLogFile, nullptr);
+}
+
+TEST_F(Facade, LeavesTheLogOpen) {
+  MemoryLog log;
+  {
+    CPC_BD_Cls_Get other;
+    other.m_pLogFile = log.Stream();
+    other.pGetBDesigner()->m_pLogFile = log.Stream();
+  }
+  EXPECT_GE(std::fputs("still open", log.Stream()), 0);
+  EXPECT_EQ(log.Text(), "still open");
+}
+
 TEST_F(Facade, SendsNothingItselfWithoutProgress) {
   RecordingControl pcf(events, "pcf");
   RecordingControl ftf(events, "ftf");
@@ -178,15 +313,6 @@ TEST_F(Facade, LeavesTheRootsLogWithoutOneOfItsOwn) {
   EXPECT_EQ(Root().m_pLogFile, nullptr);
 }
 
-TEST_F(Facade, LeavesTheRootsLogSetWhenALoadRaises) {
-  MemoryLog log;
-  facade.m_pLogFile = log.Stream();
-  facade.vSetFtfFilePath(folder.Write("l.ftf", kLibrary));
-  facade.vSetPcfFilePath(folder.Write("b.pcf", BoardText("(nets\n(net A\n(pen)\n)\n)\n")));
-  EXPECT_THROW(facade.vParseFtfAndPcf(0), CInvalidArgException);
-  EXPECT_EQ(Root().m_pLogFile, log.Stream());
-}
-
 TEST_F(Facade, AddsToWhatIsThereWithEveryLoad) {
   facade.vSetFtfFilePath(folder.Write("l.ftf", kLibrary));
   facade.vSetPcfFilePath(folder.Write("b.pcf", BoardText(kNets)));
@@ -214,21 +340,64 @@ TEST_F(Facade, GivesColumns) {
 
 TEST_F(Facade, SharesItsRootWithItsCopies) {
   RecordingControl pcf(events, "pcf");
-  facade.SetProgressPtr(&pcf, nullptr);
+  RecordingControl ftf(events, "ftf");
+  facade.SetProgressPtr(&pcf, &ftf);
   facade.vSetPcfFilePath("b.pcf");
+  facade.vSetFtfFilePath("l.ftf");
+  facade.m_pLogFile = stderr;
+  facade.m_sErrorMsg = "the host's own";
+  EXPECT_EQ(facade.sGetErrorMsg(), "the host's own");
+  const auto expectShared = [&](CPC_BD_Cls_Get& copy) {
+    EXPECT_EQ(copy.pGetBDesigner(), facade.pGetBDesigner());
+    EXPECT_EQ(copy.m_pPcfProgress, &pcf);
+    EXPECT_EQ(copy.m_pFtfProgress, &ftf);
+    EXPECT_EQ(copy.m_pLogFile, stderr);
+    EXPECT_EQ(copy.m_sPcfFilePath, "b.pcf");
+    EXPECT_EQ(copy.m_sFtfFilePath, "l.ftf");
+    EXPECT_EQ(copy.m_sErrorMsg, "the host's own");
+    copy.m_pBDesigner = nullptr;
+  };
   CPC_BD_Cls_Get copy(facade);
-  EXPECT_EQ(copy.pGetBDesigner(), facade.pGetBDesigner());
-  EXPECT_EQ(copy.m_pPcfProgress, &pcf);
-  EXPECT_EQ(copy.m_sPcfFilePath, "b.pcf");
-  copy.m_pBDesigner = nullptr;
-
+  expectShared(copy);
   CPC_BD_Cls_Get assigned;
   const std::unique_ptr<CBDesigner> pOld(assigned.m_pBDesigner);
   assigned = facade;
-  EXPECT_EQ(assigned.pGetBDesigner(), facade.pGetBDesigner());
   EXPECT_NE(pOld.get(), facade.pGetBDesigner());
-  assigned.m_pBDesigner = nullptr;
+  expectShared(assigned);
 }
+
+// What hosts are compiled against.
+template <class Signature, auto kOperation>
+constexpr bool kHas = std::is_same_v<decltype(kOperation), Signature>;
+static_assert(sizeof(int) == 4);
+static_assert(kHas<void (CPC_BD_Cls_Get::*)(CProgressCtrl*, CProgressCtrl*), &CPC_BD_Cls_Get::SetProgressPtr>);
+static_assert(kHas<void (CPC_BD_Cls_Get::*)(CString), &CPC_BD_Cls_Get::vSetFtfFilePath>);
+static_assert(kHas<void (CPC_BD_Cls_Get::*)(CString), &CPC_BD_Cls_Get::vSetPcfFilePath>);
+static_assert(kHas<void (CPC_BD_Cls_Get::*)(const int&), &CPC_BD_Cls_Get::vParseFtfAndPcf>);
+static_assert(kHas<CBDesigner* (CPC_BD_Cls_Get::*)() const, &CPC_BD_Cls_Get::pGetBDesigner>);
+static_assert(kHas<CBDnetArray* (CPC_BD_Cls_Get::*)(CString), &CPC_BD_Cls_Get::pGetNetArrayFromPcf>);
+static_assert(kHas<CString (CPC_BD_Cls_Get::*)(CString, int), &CPC_BD_Cls_Get::sGetNthColumn>);
+static_assert(kHas<CString (CPC_BD_Cls_Get::*)() const, &CPC_BD_Cls_Get::sGetErrorMsg>);
+static_assert(kHas<void (CBDesigner::*)(CProgressCtrl*), &CBDesigner::vSetPCFProgressPtr>);
+static_assert(kHas<double (CBDesigner::*)(CString), &CBDesigner::dDBUnit2Double>);
+static_assert(kHas<CString (CBDesigner::*)(CString), &CBDesigner::sGetLayerTypeFromSubLayer>);
+static_assert(kHas<CVRXoutPrfPart* (CBDesigner::*)(CVRXoutPrfPartArray*, CString), &CBDesigner::pGetBDoutPrfPart>);
+static_assert(kHas<int (CBDesigner::*)(CString), &CBDesigner::nGetBraceCount>);
+static_assert(kHas<void (CBDesigner::*)(CString), &CBDesigner::vSeparaePCFIntoSeveralFile>);
+static_assert(kHas<void (CBDesigner::*)(CString), &CBDesigner::vSeparaeFTFIntoSeveralFile>);
+static_assert(kHas<void (CBDesigner::*)(CString), &CBDesigner::vParsePCF>);
+static_assert(kHas<int (CBDesigner::*)(CECadCls*), &CBDesigner::nReadOtherAndPutInVDB>);
+static_assert(kHas<int (CBDesigner::*)(CECadClsLvl*), &CBDesigner::nReadBoardLayerAndPutInVDB>);
+static_assert(kHas<int (CBDesigner::*)(CECadClsLvl*), &CBDesigner::nReadComponentAndPutInVDB>);
+static_assert(kHas<void (CBDesigner::*)(CString), &CBDesigner::vParseFTF>);
+static_assert(kHas<void (CBDesigner::*)(CString, CStringArray&), &CBDesigner::vParseFTFInKOTRAndGetFootprints>);
+static_assert(kHas<void (CBDesigner::*)(CString), &CBDesigner::vParseFTFInKOTRAndGetPadsAndPadstacks>);
+static_assert(
+    kHas<CBDdrawObj* (CBDesigner::*)(CECadClsLvl*, int, CString, CString, int), &CBDesigner::pCECadClsLvl2CBDdrawObj>);
+static_assert(kHas<void (CBDesigner::*)(CECadClsLvl*, CBDvertexArray*), &CBDesigner::vInsertVertexIntoCBDvertexArray>);
+static_assert(kHas<int (CBDesigner::*)(CString, CBDesigner*, CVRXoutPackageArray*, CVRXoutPrfPartArray*,
+                                       CVRXoutPrfPinAssignArray*, CVRXoutPrfFunctionArray*),
+                   &CBDesigner::nPrint2File>);
 
 TEST_F(Facade, RaisesWithoutARoot) {
   CPC_BD_Cls_Get empty;

@@ -4,9 +4,7 @@
 
 #include <cstdio>
 #include <filesystem>
-#include <fstream>
 #include <memory>
-#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -14,29 +12,21 @@
 #include "base/BKUtility.h"
 #include "base/CProgressCtrl.h"
 #include "base/HostInterface.h"
+#include "base/TestFolder.h"
 
 /// A folder of its own for one test, and the library's data path in it.
 class TempFolder {
  public:
-  TempFolder() {
-    std::string s = (std::filesystem::temp_directory_path() / "laminate-test-XXXXXX").string();
-    if (mkdtemp(s.data()) == nullptr) throw std::runtime_error("no temporary folder");
-    m_path = s;
-    BKUtility::GetInstance()->SetDataPath(CString(std::string_view(DataPath())));
-  }
-  ~TempFolder() {
-    BKUtility::GetInstance()->SetDataPath(CString());
-    std::filesystem::remove_all(m_path);
-  }
+  TempFolder() { BKUtility::GetInstance()->SetDataPath(CString(DataPath())); }
+  ~TempFolder() { BKUtility::GetInstance()->SetDataPath(CString()); }
   TempFolder(const TempFolder&) = delete;
   TempFolder& operator=(const TempFolder&) = delete;
 
-  std::string DataPath() const { return m_path + "/data"; }
-  std::string Path(const std::string& sName) const { return m_path + "/" + sName; }
+  std::string DataPath() const { return m_folder / "data"; }
+  std::string Path(const std::string& sName) const { return m_folder / sName; }
   /// Writes a file and gives its path.
   CString Write(const std::string& sName, const std::string& sContent) const {
-    std::ofstream(Path(sName), std::ios::binary) << sContent;
-    return CString(std::string_view(Path(sName)));
+    return CString(m_folder.Write(sName, sContent));
   }
   /// The folder in which the pieces of a board file lie while it is loaded.
   std::string WorkingFolder(const CString& sPath) const {
@@ -44,7 +34,7 @@ class TempFolder {
   }
 
  private:
-  std::string m_path;
+  laminate::test::TestFolder m_folder;
 };
 
 /// What happened, in order: boxes, positions, and what a test adds.

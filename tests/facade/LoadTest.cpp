@@ -1,4 +1,5 @@
 // How loads and splits of a root end: positions, log, working folder, status.
+#include <functional>
 
 #include <set>
 
@@ -6,7 +7,9 @@
 #include "base/FaultyFileSystem.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
+#include "board/CBDlibraryEntities.h"
 #include "board/CBDnet.h"
+#include "board/CBDparameter.h"
 #include "drawobj/CBDdrawObj.h"
 #include "facade/CBDesigner.h"
 #include "facade/CPC_BD_Cls_Get.h"
@@ -140,6 +143,7 @@ TEST_F(Load, TellsOfADepthByBoxAndStatus) {
 }
 
 TEST_F(Load, RunsOnOverABadPiece) {
+  // The second component nests too deep for the reader; the splitter only counts brackets.
   const std::string sDeep = std::string(20, '(') + std::string(20, ')');
   const CString sPath = Board(BoardText("(components\n(component (reference R1)\n)\n(component (reference R2)\n" +
                                         sDeep + "\n)\n(component (reference R3)\n)\n)\n"));
@@ -330,6 +334,43 @@ TEST_F(Load, RaisesForANodeWithoutItsArray) {
   EXPECT_EQ(raised, (std::set<std::string>{"boardAssembly", "circle", "component", "conductive", "gate", "geometry",
                                            "hole", "layer", "layerNumber", "layout", "line", "padstack", "pin", "pt",
                                            "refer", "squareHole", "string", "text", "vertex"}));
+}
+
+// Only a section that is there needs its container, and a missing container is no fault of the file.
+TEST_F(Load, NeedsOnlyTheContainersOfItsSections) {
+  const std::string sTechnology =
+      "(technologyContainer (technology T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer) "
+      "(conductiveLayer) (subLayer)))\n";
+  struct Row {
+    const char* section;
+    std::function<void(CBDesigner&)> remove;
+    std::string text;
+  };
+  const Row rows[] = {
+      {"technology", [](CBDesigner& r) { delete std::exchange(r.m_pTechnology, nullptr); }, sTechnology},
+      {"parameter", [](CBDesigner& r) { delete std::exchange(r.m_pParameter, nullptr); }, "(parameter)\n"},
+      {"library", [](CBDesigner& r) { delete std::exchange(r.m_pLibraryEntities, nullptr); }, "(libraryEntities)\n"},
+  };
+  for (const Row& row : rows) {
+    SCOPED_TRACE(row.section);
+    CBDesigner fresh;
+    row.remove(fresh);
+    fresh.vParsePCF(Board(BoardText(kNets)));
+    EXPECT_TRUE(fresh.GetLoadStatus().IsOk());
+    EXPECT_EQ(fresh.m_pBoardContainer->m_pNetArray->GetSize(), 2);
+    EXPECT_THROW(fresh.vParsePCF(Board(BoardText(kNets, row.text))), CInvalidArgException);
+    EXPECT_TRUE(fresh.GetLoadStatus().IsOk());
+  }
+  CBDesigner fresh;
+  delete std::exchange(fresh.m_pTechnology, nullptr);
+  EXPECT_THROW(fresh.sGetLayerTypeFromSubLayer("1"), CInvalidArgException);
+  delete std::exchange(fresh.m_pFtfTechnology, nullptr);
+  CStringArray names;
+  const CString sLibrary = folder.Write("l.ftf", "(ftf\n)\n");
+  EXPECT_THROW(fresh.vParseFTF(sLibrary), CInvalidArgException);
+  EXPECT_THROW(fresh.vParseFTFInKOTRAndGetFootprints(sLibrary, names), CInvalidArgException);
+  EXPECT_THROW(fresh.vParseFTFInKOTRAndGetPadsAndPadstacks(sLibrary), CInvalidArgException);
+  EXPECT_TRUE(fresh.GetLoadStatus().IsOk());
 }
 
 // ---- footprint files ----

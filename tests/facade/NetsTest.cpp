@@ -5,6 +5,7 @@
 #include "facade/CBDesigner.h"
 #include "facade/CPC_BD_Cls_Get.h"
 #include "facade/FacadeTestSupport.h"
+#include "facade/WholeDesign.h"
 
 namespace {
 
@@ -134,6 +135,63 @@ TEST_F(Nets, UseTheRootsOwnControlAndLog) {
   EXPECT_EQ(Root().m_pLogFile, log.Stream());
 }
 
+TEST_F(Nets, LeaveTheFacadesOwnSettingsAndTheOtherFileAlone) {
+  RecordingControl pcf(events, "pcf");
+  RecordingControl ftf(events, "ftf");
+  MemoryLog log;
+  facade.SetProgressPtr(&pcf, &ftf);
+  facade.m_pLogFile = log.Stream();
+  facade.vSetFtfFilePath(folder.Write("l.ftf", Numbered(kWholeLibrary, 4)));
+  facade.vSetPcfFilePath(folder.Write("other.pcf", BoardText("")));
+  EXPECT_EQ(Take(BoardText(kNets))->GetSize(), 2);
+  EXPECT_EQ(events, Events{});
+  EXPECT_EQ(log.Text(), "");
+  EXPECT_EQ(Root().m_pFtfTechnology->m_sName, "");
+  EXPECT_TRUE(Root().m_pFootprintContainer->m_pFootprintArray->IsEmpty());
+  EXPECT_EQ(Root().m_pPCFProgress, nullptr);
+  EXPECT_EQ(Root().m_pLogFile, nullptr);
+  EXPECT_EQ(facade.m_pLogFile, log.Stream());
+}
+
+TEST_F(Nets, LeaveAllElseInTheRoot) {
+  EXPECT_EQ(Take(Numbered(kWholeBoard, 3))->GetSize(), 2);
+  EXPECT_EQ(Counted(Root()),
+            "BOARD3  components 2 boards 1 groups 1 nets - shapes 6 sizes 1 parts 1 pads 0 padstacks 0 footprints 0");
+}
+
+TEST_F(Nets, ComeBehindThoseOfEarlierLoads) {
+  Root().vParsePCF(folder.Write("first.pcf", BoardText(kNets)));
+  const auto pNets = Take(BoardText("(nets\n(net LATER\n)\n)\n"));
+  ASSERT_EQ(pNets->GetSize(), 3);
+  EXPECT_EQ(pNets->GetAt(0)->m_sName, "VCC 3V3");
+  EXPECT_EQ(pNets->GetAt(2)->m_sName, "LATER");
+}
+
+// A control may take the nets of the load that it watches; each call gives an array of its own.
+TEST_F(Nets, AreGivenOnceWhenAControlTakesThem) {
+  class Taking : public CProgressCtrl {
+   public:
+    Taking(CPC_BD_Cls_Get& facade, CString sPath) : m_facade(facade), m_sPath(std::move(sPath)) {}
+    void OnSetPos(int nPos) override {
+      if (nPos != 60 || m_pTaken != nullptr) return;
+      m_facade.pGetBDesigner()->vSetPCFProgressPtr(nullptr);
+      m_pTaken.reset(m_facade.pGetNetArrayFromPcf(m_sPath));
+    }
+    std::unique_ptr<CBDnetArray> m_pTaken;
+
+   private:
+    CPC_BD_Cls_Get& m_facade;
+    CString m_sPath;
+  };
+  Taking taking(facade, folder.Write("inner.pcf", BoardText("")));
+  Root().vSetPCFProgressPtr(&taking);
+  const auto pNets = Take(BoardText(kNets));
+  ASSERT_NE(taking.m_pTaken, nullptr);
+  EXPECT_EQ(taking.m_pTaken->GetSize(), 2);
+  ASSERT_NE(pNets, nullptr);
+  EXPECT_TRUE(pNets->IsEmpty());
+}
+
 TEST_F(Nets, WorkWithTextOfTwoLineEnds) {
   std::string sText = BoardText(kNets);
   std::string sWithCr;
@@ -165,6 +223,7 @@ TEST_F(Nets, SubBoardsAreRead) {
 
 TEST_F(Nets, SubBoardsAreNotWritten) {
   Take(BoardText("(subBoards\n(subBoard 3 (relativePath p))\n)\n"));
+  ASSERT_EQ(Root().m_pBoardContainer->m_pSubBoardArray->GetSize(), 1);
   Root().m_pBoardContainer->m_pNetArray = new CBDnetArray;
   MemoryLog text;
   Root().m_pBoardContainer->nPrint2File(text.Stream());

@@ -333,7 +333,11 @@ TEST(ToeprintPinArray, GivesTheFirstPinOfAName) {
   const auto* pPin = AddNamed(pins, "1");
   AddNamed(pins, "1");
   EXPECT_EQ(pPin, pins.GetToeprintPin("1"));
-  EXPECT_EQ(nullptr, pins.GetToeprintPin("2"));
+  const auto* pLetter = AddNamed(pins, "A1");
+  for (const char* szName : {"2", "", "a1", "A", "A1 "}) EXPECT_EQ(nullptr, pins.GetToeprintPin(szName)) << szName;
+  EXPECT_EQ(pLetter, pins.GetToeprintPin("A1"));
+  const auto* pNameless = AddNamed(pins, "");
+  EXPECT_EQ(pNameless, pins.GetToeprintPin(""));
 }
 
 TEST(FootprintInsertionType, TheFirstPadThatDecides) {

@@ -274,7 +274,10 @@ TEST(PadstackArray, TellsWhetherANameExists) {
   padstacks.GetAt(1)->m_sName = "V1";
   EXPECT_EQ(1, padstacks.bIsExistInArray("V1"));
   EXPECT_EQ(0, padstacks.bIsExistInArray("v1"));
+  EXPECT_EQ(0, padstacks.bIsExistInArray("V1 "));
   EXPECT_EQ(0, padstacks.bIsExistInArray(""));
+  padstacks.Add(new CBDpadstack);
+  EXPECT_EQ(1, padstacks.bIsExistInArray(""));
 }
 
 TEST(PadObjects, StartAsTold) {

@@ -1,4 +1,8 @@
-// Compiled by two tests: with PASSES_STRING it must not compile, without it must.
+// Compiled by several tests: with PASSES_STRING it must not compile, without it must. With CASTS_FUNCTION it holds
+// something else that is conditionally supported, which a host may ask for.
+#ifdef CASTS_FUNCTION
+#define LAMINATE_NO_VARIADIC_CHECK
+#endif
 #include <cstdio>
 
 #include "base/CString.h"
@@ -10,5 +14,9 @@ int main() {
 #else
   std::printf("%s\n", s.GetString());
 #endif
+#ifdef CASTS_FUNCTION
+  return reinterpret_cast<int (*)()>(reinterpret_cast<void*>(&main)) == nullptr ? 1 : 0;
+#else
   return 0;
+#endif
 }
