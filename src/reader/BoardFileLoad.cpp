@@ -22,11 +22,6 @@ void FlushLog(const BoardFileLoad& load) {
   if (load.pLogFile != nullptr) std::fflush(load.pLogFile);
 }
 
-void SendPosition(const BoardFileLoad& load, int nPos) {
-  if (load.pProgress == nullptr) return;
-  SendMessageA(load.pProgress->GetSafeHwnd(), PBM_SETPOS, static_cast<WPARAM>(nPos), 0);
-}
-
 CString InFolder(const CString& sFolder, const CString& sName) {
   return BKUtility::GetInstance()->BKPathCombine(sFolder, sName, __FILE__, __LINE__);
 }
@@ -129,17 +124,17 @@ void Load(BoardFileLoad& load) {
     Log<"%s file is not in regular format.\n">(load, load.sPath);
     return;
   }
-  SendPosition(load, 40);
+  SendPosition(load.pProgress, 40);
   if (!ReadOthers(load, state)) return;
   ReadPieces(load, state.sFolder, "component", load.nComponentFileCount, state.components, load.component);
-  SendPosition(load, 60);
+  SendPosition(load.pProgress, 60);
   ReadPieces(load, state.sFolder, "layer", load.nLayerFileCount, state.layers, load.layer);
-  SendPosition(load, 80);
+  SendPosition(load.pProgress, 80);
   if (!BKUtility::GetInstance()->DeleteDirectory(state.sFolder)) {
     load.status.Set(LoadStatus::Result::ok, load.sPath, 0, 0, "cannot remove the working folder " + state.sFolder);
   }
   state.lock.Close();
-  SendPosition(load, 100);
+  SendPosition(load.pProgress, 100);
   Log<"Complete PCF file Parsing\n">(load);
   FlushLog(load);
 }
