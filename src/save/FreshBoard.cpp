@@ -311,12 +311,6 @@ bool HoldsNothing(const CBDtechnologyContainer& technology) {
          HoldsNone(technology.m_pMapArray);
 }
 
-template <class X>
-const X& Required(const X* p) {
-  if (p == nullptr) AfxThrowInvalidArgException();
-  return *p;
-}
-
 }  // namespace
 
 void PutBoardFile(FormText& text, const SavedDesign& design) {
