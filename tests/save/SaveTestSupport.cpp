@@ -30,20 +30,20 @@ bool Load(const std::string& sBoardPath, const std::string& sFootprintPath, Desi
     if (!sBoardPath.empty()) {
       std::FILE* pLog = nullptr;
       CProgressCtrl* pProgress = nullptr;
-      BoardFileLoad load{
-          CString(std::string_view(sBoardPath)),
-          pLog,
-          pProgress,
-          design.bInQuote,
-          design.nComponents,
-          design.nLayers,
-          design.status,
-          [&design](CECadCls* pReader) {
-            OthersTarget target{design.sVersion, design.technology, design.board, design.parameter, design.entities};
-            return ReadOthers(pReader, target);
-          },
-          [&design](CECadClsLvl* pNode) { ReadComponent(pNode, design.board); },
-          [&design](CECadClsLvl* pNode) { ReadBoardLayer(pNode, design.board); }};
+      BoardFileLoad load{CString(std::string_view(sBoardPath)),
+                         pLog,
+                         pProgress,
+                         design.bInQuote,
+                         design.nComponents,
+                         design.nLayers,
+                         design.status,
+                         [&design](CECadCls* pReader) {
+                           OthersTarget target{design.sVersion, &design.technology, &design.board, &design.parameter,
+                                               &design.entities};
+                           return ReadOthers(pReader, target);
+                         },
+                         [&design](CECadClsLvl* pNode) { ReadComponent(pNode, design.board); },
+                         [&design](CECadClsLvl* pNode) { ReadBoardLayer(pNode, design.board); }};
       LoadBoardFile(load);
     }
   } catch (const CInvalidArgException&) {
