@@ -108,7 +108,7 @@ constexpr auto kBoard = Losses<CBDboardContainer>(
 
 void FindComponentLosses(const CBDcomponent& component, LossFinder& finder) {
   kComponent.Find(component, finder);
-  FindShapeLosses("m_pDrawObjArray", component.m_pDrawObjArray, ShapePlace::component, finder);
+  FindShapeLosses("m_pDrawObjArray", component.m_pDrawObjArray, ExportPlace::component, finder);
   ForEachElement(finder, "m_pGateArray", component.m_pGateArray, [&finder](const CBDgate& gate) {
     kGate.Find(gate, finder);
     ForEachElement(finder, "m_pGatePinArray", gate.m_pGatePinArray,
@@ -123,7 +123,7 @@ void FindComponentLosses(const CBDcomponent& component, LossFinder& finder) {
         }
         ForEachElement(finder, "m_pPinGateArray", pin.m_pPinGateArray,
                        [&finder](const CBDpinGate& gate) { kPinGate.Find(gate, finder); });
-        FindShapeLosses("m_pDrawObjArray", pin.m_pDrawObjArray, ShapePlace::pin, finder);
+        FindShapeLosses("m_pDrawObjArray", pin.m_pDrawObjArray, ExportPlace::pin, finder);
       });
   ForEachElement(
       finder, "m_pPropertyArray", component.m_pPropertyArray,
@@ -221,7 +221,7 @@ void FindBoardLosses(const CBDboardContainer& board, LossFinder& finder) {
   const auto name = [](const auto& object) { return object.m_sName.View(); };
   ForEachElement(finder, "m_pCompGroupArray", board.m_pCompGroupArray, name, [&finder](const CBDcompGroup& group) {
     kGroup.Find(group, finder);
-    FindShapeLosses("m_pDrawObjArray", group.m_pDrawObjArray, ShapePlace::group, finder);
+    FindShapeLosses("m_pDrawObjArray", group.m_pDrawObjArray, ExportPlace::group, finder);
   });
   ForEachElement(finder, "m_pNetArray", board.m_pNetArray, name, [&finder](const CBDnet& net) {
     kNet.Find(net, finder);

@@ -109,14 +109,14 @@ void FindFootprintLosses(const CBDfootprint& footprint, LossFinder& finder) {
       });
   if (footprint.m_pHeelprint != nullptr) {
     const LossFinder::Step step(finder, "m_pHeelprint");
-    FindShapeLosses("m_pDrawObjArray", footprint.m_pHeelprint->m_pDrawObjArray, ShapePlace::heelprint, finder);
+    FindShapeLosses("m_pDrawObjArray", footprint.m_pHeelprint->m_pDrawObjArray, ExportPlace::heelprint, finder);
   }
   ForEachElement(
       finder, "m_pToeprintPinArray", footprint.m_pToeprintPinArray,
       [](const CBDtoeprintPin& pin) { return pin.m_sName.View(); },
       [&finder](const CBDtoeprintPin& pin) {
         kToeprintPin.Find(pin, finder);
-        FindShapeLosses("m_pDrawObjArray", pin.m_pDrawObjArray, ShapePlace::toeprint, finder);
+        FindShapeLosses("m_pDrawObjArray", pin.m_pDrawObjArray, ExportPlace::toeprint, finder);
       });
 }
 
@@ -194,7 +194,7 @@ void FindLibraryLosses(const CBDfootprintContainer& library, LossFinder& finder)
   const auto name = [](const auto& object) { return object.m_sName.View(); };
   ForEachElement(finder, "m_pPadArray", library.m_pPadArray, name, [&finder](const CBDpad& pad) {
     kPad.Find(pad, finder);
-    FindShapeLosses("m_pDrawObjArray", pad.m_pDrawObjArray, ShapePlace::inside, finder);
+    FindShapeLosses("m_pDrawObjArray", pad.m_pDrawObjArray, ExportPlace::inside, finder);
   });
   ForEachElement(finder, "m_pPadstackArray", library.m_pPadstackArray, name,
                  [&finder](const CBDpadstack& padstack) { FindPadstackLosses(padstack, finder); });

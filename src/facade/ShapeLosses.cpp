@@ -50,7 +50,7 @@ constexpr LossRow<T> Where(std::string_view field, bool (*lost)(const T&, std::s
 }
 
 struct ShapeWalk {
-  ShapePlace place;
+  ExportPlace place;
   int mode;  // 1: the shape stands by itself, 2: inside a form; of vertices 1: on a line, 2: in an outline
   bool inHole;
   LossFinder& finder;
@@ -117,7 +117,7 @@ constexpr auto kFilletAtEnd = Losses<CBDfillet>("CBDfillet", Dropped<&CBDfillet:
 
 void FindVertexLosses(const CBDvertexArray* pVertices, bool bLine, LossFinder& finder) {
   if (pVertices == nullptr) return;
-  const ShapeWalk walk{ShapePlace::inside, bLine ? 1 : 2, false, finder};
+  const ShapeWalk walk{ExportPlace::inside, bLine ? 1 : 2, false, finder};
   // Null slots are not written, so they are no ends of a line.
   INT_PTR nFirst = 0;
   INT_PTR nLast = pVertices->GetLastIndex();
@@ -381,17 +381,17 @@ void Find(const CBDdrawObj& shape, const ShapeWalk& walk) {
 class Shared {
  public:
   /// `pHeader`: the shape for which the block was opened that this one stands in, or null; of the layout only.
-  Shared(const CBDdrawObj& shape, ShapePlace place, int nMode, const CBDdrawObj* pHeader, LossFinder& finder)
+  Shared(const CBDdrawObj& shape, ExportPlace place, int nMode, const CBDdrawObj* pHeader, LossFinder& finder)
       : m_shape(shape), m_place(place), m_nMode(nMode), m_pHeader(pHeader), m_finder(finder) {}
 
   /// False when nothing of the shape is read again.
   bool Find() {
-    if (m_place == ShapePlace::layout && m_pHeader == nullptr) {
+    if (m_place == ExportPlace::layout && m_pHeader == nullptr) {
       Tell("", Fate::dropped, "written into no layer, and so not read", ValueText(m_shape.m_sKind));
       return false;
     }
-    const bool bNeedsName = m_place == ShapePlace::component || m_place == ShapePlace::pin ||
-                            m_place == ShapePlace::group || m_place == ShapePlace::heelprint;
+    const bool bNeedsName = m_place == ExportPlace::component || m_place == ExportPlace::pin ||
+                            m_place == ExportPlace::group || m_place == ExportPlace::heelprint;
     if (bNeedsName && m_shape.m_sLayerName.IsEmpty()) {
       Tell("", Fate::dropped, "without a layer name", ValueText(m_shape.m_sKind));
       return false;
@@ -427,10 +427,10 @@ class Shared {
   void Layer() {
     const std::string_view name = m_shape.m_sLayerName.View();
     switch (m_place) {
-      case ShapePlace::layout:
+      case ExportPlace::layout:
         LayerOfLayout(name);
         break;
-      case ShapePlace::component:
+      case ExportPlace::component:
         Name(ReadsBackNamed(name, "() "), "in quotes only if it holds a bracket or a blank");
         if (name == "PADSTACK") {
           Type("systemLayer", "systemLayer, as the layer is PADSTACK");
@@ -442,18 +442,18 @@ class Shared {
                std::to_string(m_shape.m_nLayerNumber));
         }
         break;
-      case ShapePlace::pin:
-      case ShapePlace::group:
+      case ExportPlace::pin:
+      case ExportPlace::group:
         Name(ReadsBackBare(name), "without quotes");
         Type("systemLayer", "in a header that reads back for system layers only");
         break;
-      case ShapePlace::heelprint:
+      case ExportPlace::heelprint:
         Name(ReadsBackNamed(name, "()"), "in quotes only if it holds a bracket");
         break;
-      case ShapePlace::toeprint:
+      case ExportPlace::toeprint:
         Name(name == "FPADSTACK", "FPADSTACK");
         break;
-      case ShapePlace::inside:
+      case ExportPlace::inside:
         break;
     }
   }
@@ -491,9 +491,9 @@ class Shared {
 
   void Refer() {
     int bWritten = m_shape.m_bRefer;
-    if (m_place == ShapePlace::component) {
+    if (m_place == ExportPlace::component) {
       bWritten = Is("DRAWPADSTACK") || Is("DRAWPAD") || Is("SYMBOLTEXT") ? 0 : 1;
-    } else if (m_place == ShapePlace::layout || m_place == ShapePlace::pin || m_place == ShapePlace::group) {
+    } else if (m_place == ExportPlace::layout || m_place == ExportPlace::pin || m_place == ExportPlace::group) {
       bWritten = 0;
     }
     if (m_shape.m_bRefer != bWritten) {
@@ -516,36 +516,36 @@ class Shared {
   }
 
   const CBDdrawObj& m_shape;
-  ShapePlace m_place;
+  ExportPlace m_place;
   int m_nMode;
   const CBDdrawObj* m_pHeader;
   LossFinder& m_finder;
 };
 
-int Mode(const CBDdrawObj& shape, ShapePlace place) {
+int Mode(const CBDdrawObj& shape, ExportPlace place) {
   switch (place) {
-    case ShapePlace::toeprint:
-    case ShapePlace::inside:
+    case ExportPlace::toeprint:
+    case ExportPlace::inside:
       return 2;
-    case ShapePlace::heelprint:
+    case ExportPlace::heelprint:
       return shape.m_sKind == "DRAWPAD" || shape.m_sKind == "DRAWPADSTACK" ? 2 : 1;
     default:
       return 1;
   }
 }
 
-void FindInBlock(const CBDdrawObj& shape, ShapePlace place, const CBDdrawObj* pHeader, LossFinder& finder) {
+void FindInBlock(const CBDdrawObj& shape, ExportPlace place, const CBDdrawObj* pHeader, LossFinder& finder) {
   const int nMode = Mode(shape, place);
   if (Shared(shape, place, nMode, pHeader, finder).Find()) Find(shape, {place, nMode, false, finder});
 }
 
 }  // namespace
 
-void FindShapeLosses(const CBDdrawObj& shape, ShapePlace place, LossFinder& finder) {
+void FindShapeLosses(const CBDdrawObj& shape, ExportPlace place, LossFinder& finder) {
   FindInBlock(shape, place, nullptr, finder);
 }
 
-void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ShapePlace place, LossFinder& finder) {
+void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ExportPlace place, LossFinder& finder) {
   ForEachElement(finder, sField, pShapes, [&](const CBDdrawObj& shape) { FindShapeLosses(shape, place, finder); });
 }
 
@@ -569,13 +569,13 @@ void FindLayoutLosses(std::string_view sField, const CBDdrawObjArray* pShapes, L
     const CBDdrawObj* p = pShapes->GetAt(i);
     if (p == nullptr) continue;
     const LossFinder::Step step(finder, sField, {}, i);
-    FindInBlock(*p, ShapePlace::layout, headers[static_cast<std::size_t>(i)], finder);
+    FindInBlock(*p, ExportPlace::layout, headers[static_cast<std::size_t>(i)], finder);
   }
 }
 
 void FindHoleLosses(const CBDdrawObj& shape, LossFinder& finder) {
   // The form of the hole is the padstack's own; of a hole object its shape alone is written into it.
-  const ShapeWalk walk{ShapePlace::inside, 2, false, finder};
+  const ShapeWalk walk{ExportPlace::inside, 2, false, finder};
   const auto* pHole = dynamic_cast<const CBDhole*>(&shape);
   if (pHole == nullptr) {
     Find(shape, walk);

@@ -11,7 +11,7 @@ class CBDdrawObjArray;
 namespace laminate {
 
 /// Where a shape is written: that decides how its layer, its form and its "refer" come out.
-enum class ShapePlace {
+enum class ExportPlace {
   layout,     ///< in a block of the board layout
   component,  ///< in a component's own layout
   pin,        ///< in a pin's layout
@@ -22,8 +22,8 @@ enum class ShapePlace {
 };
 
 /// Tells what is lost of a shape, or of those of an array, which stand in any place but the board layout.
-void FindShapeLosses(const CBDdrawObj& shape, ShapePlace place, LossFinder& finder);
-void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ShapePlace place, LossFinder& finder);
+void FindShapeLosses(const CBDdrawObj& shape, ExportPlace place, LossFinder& finder);
+void FindShapeLosses(std::string_view sField, const CBDdrawObjArray* pShapes, ExportPlace place, LossFinder& finder);
 /// The same for the board layout, whose shapes may come to stand in the blocks of others.
 void FindLayoutLosses(std::string_view sField, const CBDdrawObjArray* pShapes, LossFinder& finder);
 /// The same for what stands in a padstack as its hole.
