@@ -41,10 +41,10 @@ class Walker {
   }
   void Held(CBDdrawObj& shape) {
     m_shape(shape);
-    AsItsClass(shape, ShapeClasses(), [this](auto& object) { Fields(object); });
+    AsItsClass(shape, ShapeClasses(), [this](auto& object) { this->Fields(object); });
   }
   void Held(CBDvertex& vertex) {
-    AsItsClass(vertex, VertexClasses(), [this](auto& object) { Fields(object); });
+    AsItsClass(vertex, VertexClasses(), [this](auto& object) { this->Fields(object); });
   }
   template <class T>
   void Fields(T& object) {

@@ -105,7 +105,7 @@ class Setter {
   template <class Base, class List>
   void SetAsItsClass(Base* p, List list) {
     if (p == nullptr) throw EditError{Here() + " is null"};
-    AsItsClass(*p, list, [this](auto& object) { SetField(object); });
+    AsItsClass(*p, list, [this](auto& object) { this->SetField(object); });
   }
   template <class Property>
   void SetProperty(Property& property) {

@@ -53,7 +53,10 @@ std::unique_ptr<CPC_BD_OutClsGet> Full() {
 
 TEST(DesignDataFault, MemoryFailsInALoad) {
   const laminate::test::TestFolder folder;
-  for (const auto& [kind, text] : kFiles) {
+  for (const auto& file : kFiles) {
+    // Lambdas do not capture structured bindings.
+    const auto& kind = file.first;
+    const auto& text = file.second;
     const std::string path = folder.Write("file", text);
     const std::string whole = Show(*Loaded(kind, text));
     std::unique_ptr<CPC_BD_OutClsGet> pData;

@@ -47,7 +47,7 @@ class DesignFiles : public testing::TestWithParam<fs::path> {
 
 // Every opening line of a record, counted by itself, gave a record.
 TEST_P(DesignFiles, HoldAsManyRecordsAsOpeningLines) {
-  const auto count = [this](const char* szEnding, std::string_view sKeyword) {
+  const auto count = [](const char* szEnding, std::string_view sKeyword) {
     const std::string text = "\n" + Content(FileOf(GetParam(), szEnding));
     const std::string wanted = "\n" + std::string(sKeyword) + " ";
     INT_PTR n = 0;

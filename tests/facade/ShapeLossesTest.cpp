@@ -17,7 +17,7 @@ std::vector<std::string> LossesOf(const CBDdrawObj& shape) {
     losses.push_back(loss.object + ": " + std::string(loss.field.empty() ? loss.note : loss.field));
   };
   laminate::LossFinder finder(tell);
-  laminate::FindShapeLosses(shape, laminate::ShapePlace::inside, finder);
+  laminate::FindShapeLosses(shape, laminate::ExportPlace::inside, finder);
   return losses;
 }
 
