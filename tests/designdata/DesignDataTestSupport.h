@@ -165,10 +165,8 @@ std::string Image(T& object) {
     ar.Close();
   }
   const auto n = static_cast<std::size_t>(file.GetLength());
-  BYTE* p = file.Detach();
-  std::string s(reinterpret_cast<const char*>(p), n);
-  std::free(p);
-  return s;
+  const std::unique_ptr<BYTE, decltype(&std::free)> p(file.Detach(), &std::free);
+  return {reinterpret_cast<const char*>(p.get()), n};
 }
 /// Loads an object from an image; gives the number of bytes behind what was loaded.
 template <class T>

@@ -298,14 +298,14 @@ class DesignFiller {
     }
     return around;
   }
-  void BoardShapes(CBDdrawObjArray& shapes, unsigned nAtMost, bool bOfComponent) {
+  void BoardShapes(CBDdrawObjArray& shapes, unsigned nAtMost, bool bOfComponent, int nDepth = 0) {
     Around around = BoardLayer();
     Some(&shapes, nAtMost, [&] {
       if (Chance(3)) around = BoardLayer();
       Around one = around;
       one.bRefer = static_cast<int>(Below(2));
       one.bInComponentRefer = bOfComponent && one.bRefer == 1;
-      return Shape(one, 0);
+      return Shape(one, nDepth);
     });
   }
   void FootprintShapes(CBDdrawObjArray& shapes) {
@@ -361,7 +361,8 @@ class DesignFiller {
   void Board(CBDboardContainer& board) {
     SomeFilled<CBDsubBoard>(board.m_pSubBoardArray, 3);
     SomeFilled<CBDcompGroup>(board.m_pCompGroupArray, 3, {},
-                             [this](CBDcompGroup& group) { BoardShapes(*group.m_pDrawObjArray, 4, false); });
+                             // A group's own forms take levels that a shape inside two others would need.
+                             [this](CBDcompGroup& group) { BoardShapes(*group.m_pDrawObjArray, 4, false, 1); });
     SomeFilled<CBDnet>(board.m_pNetArray, 4, {}, [this](CBDnet& net) { SomeFilled<CBDrefPin>(net.m_pRefPinArray, 3); });
     SomeFilled<CBDcomponent>(board.m_pComponentArray, 4, {"m_ptMinRect1", "m_ptMinRect2", "m_aVerbatim", "m_dScale"},
                              [this](CBDcomponent& component) { Component(component); });
