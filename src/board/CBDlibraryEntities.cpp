@@ -1,7 +1,7 @@
 #include "board/CBDlibraryEntities.h"
 
 #include <algorithm>
-#include <unordered_set>
+#include <set>
 
 #include "base/TextOut.h"
 #include "base/WriterText.h"
@@ -83,11 +83,12 @@ int CBDlibraryEntities::bIsStringInArray(CStringArray& arr, CString s) {
 
 namespace {
 
-// Calls `write` with each name of the array's objects that is not empty, at its first occurrence.
+// Calls `write` with each name of the array's objects that is not empty, at its first occurrence. The names are kept in
+// order, for a file may choose them so that those of a hash table collide.
 template <auto kName, class Array, class Write>
 void ForEachNewName(const Array* pArray, Write&& write) {
   if (pArray == nullptr) return;
-  std::unordered_set<std::string_view> seen;
+  std::set<std::string_view> seen;
   for (const auto* p : *pArray) {
     if (p == nullptr) continue;
     const CString& sName = p->*kName;

@@ -1,15 +1,16 @@
 #include "export/CompanionFiles.h"
 
+#include <map>
 #include <string_view>
-#include <unordered_map>
 
 #include "base/WriterText.h"
 
 namespace laminate {
 namespace {
 
-// The first part for each pin assign. The names that it views do not change while the file is written.
-using PartsByPinAssign = std::unordered_map<std::string_view, CVRXoutPrfPart*>;
+// The first part for each pin assign. The names that it views do not change while the file is written. They are kept in
+// order, for a file may choose them so that those of a hash table collide.
+using PartsByPinAssign = std::map<std::string_view, CVRXoutPrfPart*>;
 
 PartsByPinAssign FindParts(const CVRXoutPrfPartArray* pParts) {
   PartsByPinAssign parts;

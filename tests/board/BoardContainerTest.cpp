@@ -376,10 +376,8 @@ TEST(BoardObjects, StartEmptyWithTheirFieldsInOrder) {
   expectEmpty(board.m_pNetArray);
   expectEmpty(board.m_pDrawObjArray);
   expectEmpty(board.m_pSubBoardArray);
-  const void* const fields[] = {&board.m_sReserved1,    &board.m_pComponentArray, &board.m_pCompGroupArray,
-                                &board.m_pNetArray,     &board.m_pDrawObjArray,   &board.m_sReserved2,
-                                &board.m_pSubBoardArray};
-  for (std::size_t i = 1; i < std::size(fields); ++i) EXPECT_LT(fields[i - 1], fields[i]) << i;
+  ExpectInOrder({&board.m_sReserved1, &board.m_pComponentArray, &board.m_pCompGroupArray, &board.m_pNetArray,
+                 &board.m_pDrawObjArray, &board.m_sReserved2, &board.m_pSubBoardArray});
 }
 
 int g_nEnded = 0;

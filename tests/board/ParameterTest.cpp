@@ -57,7 +57,13 @@ TEST(ParameterReading, LayerParameters) {
   CheckReading(
       {
           {"the layer is not kept", Layer("(conductive 3) (colorId 1)"), "L //0 1 0  0 0 ;"},
+          {"of no kind", Layer("(nonConductive S)"), "L //0 0 0  0 0 ;"},
+          {"nor a system layer", Layer("(systemLayer (type H))"), "L //0 0 0  0 0 ;"},
           {"but must be named properly", Layer("(conductive)"), "raises \"conductive\" has no value 1"},
+          {"by a name", Layer("(nonConductive)"), "raises \"nonConductive\" has no value 1"},
+          {"by a type", Layer("(systemLayer (type))"), "raises \"type\" has no value 1"},
+          {"by the first that is there", Layer("(conductive) (systemLayer)"), "L //0 0 0  0 0 ;"},
+          {"draw and info layers count", Layer("(drawOf 1) (infoOf 2) (colorId 4)"), "L //0 4 0  0 0 ;"},
           {"all", Layer("(colorId 5) (priority 6) (displayMode FILL) (hatch (angle 30) (pitch 10)) (mrcMode ON)"),
            "L //0 5 6 FILL 30 10 ON;"},
           {"repeated", Layer("(colorId 5) (colorId 7) (hatch (angle 30)) (hatch (pitch 2))"), "L //0 7 0  30 2 ;"},
@@ -85,6 +91,12 @@ TEST(ParameterReading, VisibleLayerSets) {
           {"only the word counts", Set("A (layer (conductive 2) (visible yes))"), "V A ;"},
           {"not said", Set("A (layer (conductive 2))"), "V A ;"},
           {"no layer", Set("A (layer (systemLayer) (visible YES)) (layer (visible YES))"), "V A '','';"},
+          {"a system layer", Set("A (layer (systemLayer (type HOLE)) (visible YES))"), "V A 'HOLE';"},
+          {"a number as it is written", Set("A (layer (conductive \"02\") (visible YES))"), "V A '02';"},
+          {"the first word counts", Set("A (layer (conductive 2) (visible NO) (visible YES))"), "V A ;"},
+          {"and no other", Set("A (layer (conductive 2) (visible YES) (visible NO))"), "V A '2';"},
+          {"draw layers count", Set("A (layer (drawOf 1) (visible YES))"), "V A '';"},
+          {"two sections", "(parameter (visibleLayerSet (set A)) (visibleLayerSet (set B)))", "V A ;V B ;"},
           {"other children", Set("A (foo (visible YES))"), "V A ;"},
           {"no name", Set(""), "raises \"set\" has no value 1"},
           {"visible without value", Set("A (layer (conductive 2) (visible))"), "raises \"visible\" has no value 1"},
@@ -100,6 +112,8 @@ TEST(ParameterReading, TextSizes) {
           {"whole numbers", Size("3 (width 2.5) (height x)"), "T 3 2 0 0 0 0;"},
           {"repeated", Size("3 (width 1) (width 2)"), "T 3 2 0 0 0 0;"},
           {"unknown", Size("3 (vspace 1)"), "T 3 0 0 0 0 0;"},
+          {"garbage number", Size("x"), "T 0 0 0 0 0 0;"},
+          {"fractional number", Size("3.9"), "T 3 0 0 0 0 0;"},
           {"no number", Size(""), "raises \"textSize\" has no value 1"},
           {"no width", Size("3 (width)"), "raises \"width\" has no value 1"},
           {"no height", Size("3 (height)"), "raises \"height\" has no value 1"},
@@ -115,6 +129,22 @@ TEST(ParameterReading, WhatStandsBeforeAFaultStays) {
   CBDparameter parameter;
   EXPECT_NE("", RaisedBy([&] { laminate::ReadParameter(tree.Form(), parameter); }));
   EXPECT_EQ("T 1 0 0 0 0 0;", Show(parameter));
+  Tree sets("(parameter (visibleLayerSet (set A (layer (conductive 1) (visible YES))) (set B (layer (visible)))))");
+  EXPECT_NE("", RaisedBy([&] { laminate::ReadParameter(sets.Form(), parameter); }));
+  EXPECT_EQ("V A '1';T 1 0 0 0 0 0;", Show(parameter));
+}
+
+TEST(ParameterReading, AnArrayMustBeThereForItsForms) {
+  const auto raised = [](auto pArray, const std::string& input) {
+    Tree tree(input);
+    CBDparameter parameter;
+    delete std::exchange(parameter.*pArray, nullptr);
+    return RaisedBy([&] { laminate::ReadParameter(tree.Form(), parameter); });
+  };
+  EXPECT_NE("", raised(&CBDparameter::m_pLayerParameterArray, Layer("")));
+  EXPECT_NE("", raised(&CBDparameter::m_pVisibleLayerSetArray, Set("A")));
+  EXPECT_NE("", raised(&CBDparameter::m_pTextSizeArray, Size("1")));
+  EXPECT_EQ("", raised(&CBDparameter::m_pTextSizeArray, "(parameter (textSizeParameters) (layerParameters (layer)))"));
 }
 
 // ---- writing ----
@@ -193,19 +223,116 @@ TEST(ParameterWriting, ForHostsOnly) {
       "(width 0.00000)\n(height 0.00000)\n(space 0.00000)\n(vSpace 0.00000)\n(strokeWidth 0.00000)\n)\n";
   EXPECT_EQ("(textSize 3)\n" + sizes, printed(2));
   EXPECT_EQ("(textSize 2147483648)\n" + sizes, printed(2147483647));
+  EXPECT_EQ("(textSize 0)\n" + sizes, printed(-1));
 }
 
-TEST(ParameterObjects, StartAsTold) {
-  const CBDparameter parameter;
-  for (const int n : parameter.m_aReserved1) EXPECT_EQ(0, n);
-  for (const int n : parameter.m_aReserved2) EXPECT_EQ(0, n);
-  EXPECT_EQ(0.0, parameter.m_dReserved1);
-  EXPECT_EQ(0, parameter.m_nReserved1);
+TEST(ParameterWriting, NeedsAStream) {
+  EXPECT_NE("", RaisedBy([] { CBDlayerParameter().nPrint2File(nullptr); }));
+  EXPECT_NE("", RaisedBy([] { CBDvisibleLayerSet().nPrint2File(nullptr); }));
+  EXPECT_NE("", RaisedBy([] { CBDtextSize().nPrint2File(nullptr, 0); }));
+}
+
+// A host that fills in the layers gets what loads again, but for the display mode, whose keyword is another when read.
+TEST(ParameterWriting, LayersThatAHostFilledInReadBack) {
+  CBDparameter parameter;
+  const struct {
+    const char* type;
+    const char* name;
+    int number;
+  } layers[] = {{"conductive", "3", 3}, {"nonConductive", "S(1)", 0}, {"systemLayer", "H", 0}};
+  for (const auto& [type, name, number] : layers) {
+    auto* p = new CBDlayerParameter;
+    p->m_sLayerType = type;
+    p->m_sLayerName = name;
+    p->m_nLayerNumber = number;
+    p->m_nColorId = 5;
+    p->m_nPriority = -6;
+    p->m_sDisplayMode = "FILL";
+    p->m_nHatchAngle = 30;
+    p->m_nHatchPitch = 10;
+    p->m_sMrcMode = "ON";
+    parameter.m_pLayerParameterArray->Add(p);
+  }
+  Tree tree(PrintedSection(parameter));
+  EXPECT_EQ(1, tree.Reader().m_pRootArray->GetSize());
+  EXPECT_EQ("L //0 5 -6  45 20 OFF;L //0 5 -6  45 20 OFF;L //0 5 -6  45 20 OFF;", Read(tree.Form()));
+}
+
+// What of the settings is the host's alone.
+std::string Reserved(const CBDparameter& p) {
+  std::string s;
+  for (const int n : p.m_aReserved1) s += std::to_string(n) + " ";
+  s += Str(p.m_dReserved1) + " ";
+  for (const int n : p.m_aReserved2) s += std::to_string(n) + " ";
+  for (const CString* pText : {&p.m_sReserved1, &p.m_sReserved2, &p.m_sReserved3}) s += "'" + Str(*pText) + "' ";
+  return s + std::to_string(p.m_nReserved1) + " '" + Str(p.m_sReserved4) + "'";
+}
+
+TEST(ParameterObjects, StartAsToldWithTheirFieldsInOrder) {
+  static_assert(std::has_virtual_destructor_v<CBDparameter> && std::has_virtual_destructor_v<CBDlayerParameter> &&
+                std::has_virtual_destructor_v<CBDvisibleLayerSet> && std::has_virtual_destructor_v<CBDtextSize>);
+  static_assert(sizeof(CBDparameter::m_nReserved1) == 8 && sizeof(CBDparameter::m_dReserved1) == 8);
+  const CBDparameter p;
+  EXPECT_EQ("0 0 0 0 0 0 0 0 0 0 0 0 '' '' '' 0 ''", Reserved(p));
+  ASSERT_TRUE(p.m_pVisibleLayerSetArray != nullptr && p.m_pTextSizeArray != nullptr &&
+              p.m_pLayerParameterArray != nullptr);
+  EXPECT_EQ("", Show(p));
+  ExpectInOrder({&p.m_pVisibleLayerSetArray, &p.m_aReserved1, &p.m_dReserved1, &p.m_aReserved2, &p.m_sReserved1,
+                 &p.m_sReserved2, &p.m_sReserved3, &p.m_nReserved1, &p.m_sReserved4, &p.m_pTextSizeArray,
+                 &p.m_pLayerParameterArray});
+  p.m_pLayerParameterArray->Add(new CBDlayerParameter);
+  p.m_pVisibleLayerSetArray->Add(new CBDvisibleLayerSet);
+  p.m_pTextSizeArray->Add(new CBDtextSize);
+  EXPECT_EQ("L //0 0 0  0 0 ;V  ;T 0 0 0 0 0 0;", Show(p));
+  const CBDlayerParameter& layer = *p.m_pLayerParameterArray->GetAt(0);
+  ExpectInOrder({&layer.m_sLayerType, &layer.m_sLayerName, &layer.m_nLayerNumber, &layer.m_nColorId, &layer.m_nPriority,
+                 &layer.m_sDisplayMode, &layer.m_nHatchAngle, &layer.m_nHatchPitch, &layer.m_sMrcMode});
+  const CBDvisibleLayerSet& set = *p.m_pVisibleLayerSetArray->GetAt(0);
+  ExpectInOrder({&set.m_sName, &set.m_aLayers});
+  const CBDtextSize& size = *p.m_pTextSizeArray->GetAt(0);
+  ExpectInOrder({&size.m_nId, &size.m_nWidth, &size.m_nHeight, &size.m_nSpace, &size.m_nVSpace, &size.m_nStrokeWidth});
+}
+
+TEST(ParameterObjects, CopiesAreMemberByMember) {
+  static_assert(!std::is_copy_constructible_v<CBDvisibleLayerSet> && !std::is_copy_assignable_v<CBDvisibleLayerSet>);
+  CBDparameter parameter;
+  std::fill_n(parameter.m_aReserved1, 6, 1);
+  std::fill_n(parameter.m_aReserved2, 5, 2);
+  parameter.m_dReserved1 = 1.5;
+  parameter.m_sReserved1 = "a";
+  parameter.m_sReserved2 = "b";
+  parameter.m_sReserved3 = "c";
+  parameter.m_nReserved1 = 1LL << 40;
+  parameter.m_sReserved4 = "d";
+  const auto expectShared = [&parameter](CBDparameter& copy) {
+    EXPECT_EQ("1 1 1 1 1 1 1.5 2 2 2 2 2 'a' 'b' 'c' 1099511627776 'd'", Reserved(copy));
+    EXPECT_EQ(parameter.m_pVisibleLayerSetArray, std::exchange(copy.m_pVisibleLayerSetArray, nullptr));
+    EXPECT_EQ(parameter.m_pTextSizeArray, std::exchange(copy.m_pTextSizeArray, nullptr));
+    EXPECT_EQ(parameter.m_pLayerParameterArray, std::exchange(copy.m_pLayerParameterArray, nullptr));
+  };
   CBDparameter copy(parameter);
-  EXPECT_EQ(parameter.m_pTextSizeArray, copy.m_pTextSizeArray);
-  copy.m_pVisibleLayerSetArray = nullptr;
-  copy.m_pTextSizeArray = nullptr;
-  copy.m_pLayerParameterArray = nullptr;
+  expectShared(copy);
+  CBDparameter assigned;
+  const CBDparameter old(assigned);  // deletes what the assignment leaves behind
+  assigned = parameter;
+  expectShared(assigned);
+
+  Tree tree(
+      "(parameter (layerParameters (layer (colorId 1) (priority 2) (displayMode D) (hatch (angle 3) (pitch 4)) "
+      "(mrcMode M))) (textSizeParameters (textSize 1 (width 2) (height 3) (space 4) (vSpace 5) (strokeWidth 6))))");
+  laminate::ReadParameter(tree.Form(), parameter);
+  CBDlayerParameter& layer = *parameter.m_pLayerParameterArray->GetAt(0);
+  layer.m_sLayerType = "T";
+  layer.m_sLayerName = "N";
+  layer.m_nLayerNumber = 9;
+  CBDparameter copies;
+  copies.m_pLayerParameterArray->Add(new CBDlayerParameter(layer));
+  copies.m_pTextSizeArray->Add(new CBDtextSize(*parameter.m_pTextSizeArray->GetAt(0)));
+  EXPECT_EQ("L T/N/9 1 2 D 3 4 M;T 1 2 3 4 5 6;", Show(copies));
+  *copies.m_pLayerParameterArray->GetAt(0) = CBDlayerParameter();
+  *copies.m_pTextSizeArray->GetAt(0) = CBDtextSize();
+  EXPECT_EQ("L //0 0 0  0 0 ;T 0 0 0 0 0 0;", Show(copies));
+  EXPECT_EQ("L T/N/9 1 2 D 3 4 M;T 1 2 3 4 5 6;", Show(parameter));
 }
 
 }  // namespace

@@ -1,9 +1,11 @@
 #pragma once
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <functional>
+#include <initializer_list>
 #include <memory>
 #include <ostream>
 #include <string>
@@ -85,6 +87,11 @@ inline std::string Str(const CBDdrawObjArray& shapes) {
     }
   }
   return s;
+}
+
+/// The fields of a record stand in memory in this order, which hosts count on.
+inline void ExpectInOrder(std::initializer_list<const void*> fields) {
+  EXPECT_EQ(fields.end(), std::adjacent_find(fields.begin(), fields.end(), std::greater_equal<const void*>()));
 }
 
 /// A form and what is read from it; an expectation that begins with "raises " names a part of what the failure says.
