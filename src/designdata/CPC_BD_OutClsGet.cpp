@@ -19,7 +19,7 @@
 using laminate::FindFirst;
 using laminate::LoadStatus;
 using laminate::NameKind;
-using laminate::Pointee;
+using laminate::Required;
 using laminate::WithPlatformFailures;
 
 CPC_BD_OutClsGet::CPC_BD_OutClsGet() {
@@ -125,14 +125,14 @@ void CPC_BD_OutClsGet::ReportUndefinedNames() const {
 }
 
 CVRXoutPackage* CPC_BD_OutClsGet::pGetOutPackageFromArray(CString sName) const {
-  return FindFirst(Pointee(m_pPackageArray), &CVRXoutPackage::m_sName, sName);
+  return FindFirst(Required(m_pPackageArray), &CVRXoutPackage::m_sName, sName);
 }
 
 CVRXoutPackage* CPC_BD_OutClsGet::pGetOutPackageFromArrayWithFootprintName(CString) const {
   // What is compared with is always empty, and hosts know the answers that this gives.
-  for (CVRXoutPackage* pPackage : Pointee(m_pPackageArray)) {
+  for (CVRXoutPackage* pPackage : Required(m_pPackageArray)) {
     if (pPackage == nullptr) continue;
-    for (const CVRXoutPackageMountForm* pForm : Pointee(pPackage->m_pMountFormArray)) {
+    for (const CVRXoutPackageMountForm* pForm : Required(pPackage->m_pMountFormArray)) {
       if (pForm != nullptr && (pForm->m_sFootprintRef.IsEmpty() || pForm->m_sBottomFootprint.IsEmpty())) {
         return pPackage;
       }
@@ -142,23 +142,23 @@ CVRXoutPackage* CPC_BD_OutClsGet::pGetOutPackageFromArrayWithFootprintName(CStri
 }
 
 CVRXoutPrfFunction* CPC_BD_OutClsGet::pGetOutPrfFunctionWithName(CString sName) const {
-  return FindFirst(Pointee(m_pPrfFunctionArray), &CVRXoutPrfFunction::m_sName, sName);
+  return FindFirst(Required(m_pPrfFunctionArray), &CVRXoutPrfFunction::m_sName, sName);
 }
 
 CVRXoutPrfPinAssign* CPC_BD_OutClsGet::pGetOutPrfPinAssignWithName(CString sName) const {
-  return FindFirst(Pointee(m_pPrfPinAssignArray), &CVRXoutPrfPinAssign::m_sName, sName);
+  return FindFirst(Required(m_pPrfPinAssignArray), &CVRXoutPrfPinAssign::m_sName, sName);
 }
 
 CVRXoutRufComp* CPC_BD_OutClsGet::pGetOutRufCompFromArray(CString sName) const {
-  return FindFirst(Pointee(m_pRufCompArray), &CVRXoutRufComp::m_sName, sName);
+  return FindFirst(Required(m_pRufCompArray), &CVRXoutRufComp::m_sName, sName);
 }
 
 CVRXoutRufNet* CPC_BD_OutClsGet::pGetOutRufNetFromName(CString sName) const {
-  return FindFirst(Pointee(m_pRufNetArray), &CVRXoutRufNet::m_sName, sName);
+  return FindFirst(Required(m_pRufNetArray), &CVRXoutRufNet::m_sName, sName);
 }
 
 CVRXoutPrfPart* CPC_BD_OutClsGet::pGetOutPrfPartFromPackageRefName(CString sPackageRef) const {
-  return FindFirst(Pointee(m_pPrfPartArray), &CVRXoutPrfPart::m_sPackageRef, sPackageRef);
+  return FindFirst(Required(m_pPrfPartArray), &CVRXoutPrfPart::m_sPackageRef, sPackageRef);
 }
 
 CVRXoutPrfPart* CPC_BD_OutClsGet::pGetBDoutPrfPartFromArrayWithPackageName(CString sPackageRef) const {
@@ -166,7 +166,7 @@ CVRXoutPrfPart* CPC_BD_OutClsGet::pGetBDoutPrfPartFromArrayWithPackageName(CStri
 }
 
 CVRXoutPrfPart* CPC_BD_OutClsGet::pGetOutPrfPartFromArray(CString sName) const {
-  const CVRXoutPrfPartArray& parts = Pointee(m_pPrfPartArray);
+  const CVRXoutPrfPartArray& parts = Required(m_pPrfPartArray);
   if (CVRXoutPrfPart* pPart = FindFirst(parts, &CVRXoutPrfPart::m_sName, sName)) return pPart;
   for (CVRXoutPrfPart* pPart : parts) {
     if (pPart == nullptr) continue;
@@ -182,7 +182,7 @@ CString CPC_BD_OutClsGet::GetPinTypeWithPinNo(CString sFunctionName, int nPinNo)
   const CVRXoutPrfFunction* pFunction = pGetOutPrfFunctionWithName(sFunctionName);
   if (pFunction == nullptr) return sType;
   // The last port of that number counts.
-  for (const CVRXoutPrfFunctionPort* pPort : Pointee(pFunction->m_pPortArray)) {
+  for (const CVRXoutPrfFunctionPort* pPort : Required(pFunction->m_pPortArray)) {
     if (pPort != nullptr && pPort->m_nSymbPinId == nPinNo) sType = pPort->m_sPortType;
   }
   return sType;

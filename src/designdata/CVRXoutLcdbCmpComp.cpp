@@ -29,11 +29,11 @@ int CVRXoutLcdbCmpComp::operator==(const CVRXoutLcdbCmpComp& other) const {
 }
 
 CVRXoutLcdbCmpCompPin* CVRXoutLcdbCmpComp::pGetLcdbCmpCompPinWithPinID(int nPinId) const {
-  return laminate::FindFirst(laminate::Pointee(m_pPinArray), &CVRXoutLcdbCmpCompPin::m_nPinId, nPinId);
+  return laminate::FindFirst(laminate::Required(m_pPinArray), &CVRXoutLcdbCmpCompPin::m_nPinId, nPinId);
 }
 
 CString CVRXoutLcdbCmpComp::sGetLcdbCmpCompPinGatePinNameWithPinName(CString sPinName) const {
-  for (const CVRXoutLcdbCmpCompPin* pPin : laminate::Pointee(m_pPinArray)) {
+  for (const CVRXoutLcdbCmpCompPin* pPin : laminate::Required(m_pPinArray)) {
     if (pPin == nullptr) continue;
     for (const CString& s : pPin->m_aPinNames) {
       if (s == sPinName) return pPin->m_sGatePinName;

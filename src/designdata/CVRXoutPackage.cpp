@@ -46,7 +46,7 @@ CVRXoutPackage* CVRXoutPackage::clone() const { return new CVRXoutPackage(*this)
 int CVRXoutPackage::operator==(const CVRXoutPackage& other) const { return laminate::EqualRecords(*this, other); }
 
 void CVRXoutPackage::Write(laminate::TextOut& out) const {
-  const CVRXoutPackageMountFormArray& mountForms = laminate::Pointee(m_pMountFormArray);
+  const CVRXoutPackageMountFormArray& mountForms = laminate::Required(m_pMountFormArray);
   const laminate::OpenForm form = laminate::Form<"(package \"%s\"\n">(out, m_sName);
   // The test for emptiness is of the name: an empty type under a name leaves a blank before the bracket.
   if (m_sName.IsEmpty() || m_sType == "user-defined") {
@@ -66,7 +66,7 @@ int CVRXoutPackage::nPrint2File(FILE* fp) {
 }
 
 CVRXoutPackageMountForm* CVRXoutPackage::pGetOutPackageMountFormWithSolderSpec(CString sSpec) const {
-  return laminate::FindFirst(laminate::Pointee(m_pMountFormArray), &CVRXoutPackageMountForm::m_sSpec, sSpec);
+  return laminate::FindFirst(laminate::Required(m_pMountFormArray), &CVRXoutPackageMountForm::m_sSpec, sSpec);
 }
 
 void CVRXoutPackage::vFindSpecWithNameAndNoneCaseRegister(CString sSpec) {

@@ -146,8 +146,8 @@ void CVRXoutPrfPart::JoinRing(const CVRXoutPrfPart& source) {
 }
 
 void CVRXoutPrfPart::Write(laminate::TextOut& out) {
-  CLPropertyArray& properties = laminate::Pointee(m_pPropertyArray);
-  const CVRXoutPrfPartPortArray& ports = laminate::Pointee(m_pPortArray);
+  CLPropertyArray& properties = laminate::Required(m_pPropertyArray);
+  const CVRXoutPrfPartPortArray& ports = laminate::Required(m_pPortArray);
   const laminate::OpenForm part = laminate::Form<"(part \"%s\"\n">(out, m_sName);
   for (const CLProperty* p : properties) {
     if (p != nullptr && p->m_sItem == kUver) out.Print<"(%s %s)\n">(p->m_sItem, p->m_sComment);
@@ -179,12 +179,12 @@ int CVRXoutPrfPart::nPrint2File(FILE* fp) {
 }
 
 int CVRXoutPrfPart::GetSymbolPinIDWithPortNo(CString sPortNo) const {
-  const auto* p = laminate::FindFirst(laminate::Pointee(m_pPortArray), &CVRXoutPrfPartPort::m_sPortNo, sPortNo);
+  const auto* p = laminate::FindFirst(laminate::Required(m_pPortArray), &CVRXoutPrfPartPort::m_sPortNo, sPortNo);
   return p == nullptr ? 0 : p->m_nSymbPinId;
 }
 
 CString CVRXoutPrfPart::sGetPropertyWithKeyWord(CString sKey) const {
-  const auto* p = laminate::FindFirst(laminate::Pointee(m_pPropertyArray), &CLProperty::m_sItem, sKey);
+  const auto* p = laminate::FindFirst(laminate::Required(m_pPropertyArray), &CLProperty::m_sItem, sKey);
   return p == nullptr ? CString() : p->m_sComment;
 }
 
@@ -195,5 +195,5 @@ int CVRXoutPrfPartArray::bExistSameUpfWithPartName(CString sName) const {
 }
 
 CVRXoutPrfPart* laminate::FindPartByPinAssign(const CVRXoutPrfPartArray* pParts, const CString& sPinAssign) {
-  return FindFirst(Pointee(pParts), &CVRXoutPrfPart::m_sPinAssignRef, sPinAssign);
+  return FindFirst(Required(pParts), &CVRXoutPrfPart::m_sPinAssignRef, sPinAssign);
 }

@@ -70,12 +70,12 @@ int CVRXoutPrfPinAssign::operator==(const CVRXoutPrfPinAssign& other) const {
 int CVRXoutPrfPinAssign::GetPinIDWithPortNo(CString sPortNo) const {
   constexpr int kNoPin = -1;
   const auto* pPort =
-      laminate::FindFirst(laminate::Pointee(m_pPortArray), &CVRXoutPrfPinAssignPort::m_sPortNo, sPortNo);
+      laminate::FindFirst(laminate::Required(m_pPortArray), &CVRXoutPrfPinAssignPort::m_sPortNo, sPortNo);
   return pPort == nullptr ? kNoPin : pPort->m_nPinId;
 }
 
 CString CVRXoutPrfPinAssign::GetPortTypeWithPortNo(CString sPortNo) const {
   const auto* pPort =
-      laminate::FindFirst(laminate::Pointee(m_pPortArray), &CVRXoutPrfPinAssignPort::m_sPortNo, sPortNo);
+      laminate::FindFirst(laminate::Required(m_pPortArray), &CVRXoutPrfPinAssignPort::m_sPortNo, sPortNo);
   return pPort == nullptr ? CString("INOUT") : pPort->m_sPortType;
 }

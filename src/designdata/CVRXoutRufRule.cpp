@@ -38,7 +38,7 @@ double CVRXoutRufRuleArray::GetClearanceValue(const CString& sFirst, const CStri
 }
 
 void CVRXoutRufRuleArray::GetDesignRuleUnit(CString& sName, CVRXoutRufRuleArray* pResult) const {
-  CVRXoutRufRuleArray& result = laminate::Pointee(pResult);
+  CVRXoutRufRuleArray& result = laminate::Required(pResult);
   // By index and size at the start, so that the array may be its own result.
   const INT_PTR nSize = GetSize();
   for (INT_PTR i = 0; i < nSize; ++i) {

@@ -40,7 +40,7 @@ class ComponentScanner {
   }
   Outcome Close(const ScannedLine&) {
     if (!m_component) return Outcome::noRecord;
-    m_component.Enter(Pointee(m_data.m_pLcdbCmpCompArray));
+    m_component.Enter(Required(m_data.m_pLcdbCmpCompArray));
     return Outcome::next;
   }
   Outcome SetComponentType(const ScannedLine& line) {
@@ -75,7 +75,7 @@ class ComponentScanner {
     SplitPinNames(line.Column(5), p->m_aPinNames);
     p->m_sGatePinName = line.Value(6);
     p->m_sSeventhColumn = line.Value(7);
-    AppendOwned(Pointee(m_component->m_pPinArray), std::move(p));
+    AppendOwned(Required(m_component->m_pPinArray), std::move(p));
     return Outcome::next;
   }
 

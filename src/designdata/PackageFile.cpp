@@ -56,7 +56,7 @@ class PackageScanner {
   }
   Outcome ClosePackage(const ScannedLine&) {
     if (!m_package) return Outcome::noRecord;
-    if (m_package.Enter(Pointee(m_data.m_pPackageArray))) {
+    if (m_package.Enter(Required(m_data.m_pPackageArray))) {
       m_report.Defines(NameKind::package, m_package.Place(), m_package->m_sName.View());
     }
     return Outcome::next;
@@ -84,7 +84,7 @@ class PackageScanner {
   }
   Outcome CloseMountForm(const ScannedLine&) {
     if (!m_package || !m_mountForm) return Outcome::noRecord;
-    m_mountForm.Enter(Pointee(m_package->m_pMountFormArray));
+    m_mountForm.Enter(Required(m_package->m_pMountFormArray));
     m_mountForm.Forget();
     return Outcome::next;
   }

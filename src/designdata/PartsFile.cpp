@@ -73,20 +73,20 @@ class PartsScanner {
   // ---- blocks ----
   Outcome OpenPart(const ScannedLine& line) {
     BeginBlock(line);
-    m_pPart = &AppendOwned(Pointee(m_data.m_pPrfPartArray), std::make_unique<CVRXoutPrfPart>());
+    m_pPart = &AppendOwned(Required(m_data.m_pPrfPartArray), std::make_unique<CVRXoutPrfPart>());
     m_pPart->m_sName = line.Value(2);
     return Outcome::next;
   }
   Outcome OpenPinAssign(const ScannedLine& line) {
     BeginBlock(line);
-    m_pPinAssign = &AppendOwned(Pointee(m_data.m_pPrfPinAssignArray), std::make_unique<CVRXoutPrfPinAssign>());
+    m_pPinAssign = &AppendOwned(Required(m_data.m_pPrfPinAssignArray), std::make_unique<CVRXoutPrfPinAssign>());
     m_pPinAssign->m_sName = line.Value(2);
     m_report.Defines(NameKind::pinAssign, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome OpenFunction(const ScannedLine& line) {
     BeginBlock(line);
-    m_pFunction = &AppendOwned(Pointee(m_data.m_pPrfFunctionArray), std::make_unique<CVRXoutPrfFunction>());
+    m_pFunction = &AppendOwned(Required(m_data.m_pPrfFunctionArray), std::make_unique<CVRXoutPrfFunction>());
     m_pFunction->m_sName = line.Value(2);
     m_report.Defines(NameKind::function, line.Place(), line.Column(2));
     return Outcome::next;
@@ -127,7 +127,7 @@ class PartsScanner {
     if (line.Column(1).starts_with('(')) sKey.Remove('(');
     CString sValue = line.Value(2);
     if (line.Column(2).ends_with(')')) sValue.Remove(')');
-    AppendOwned(Pointee(m_pPart->m_pPropertyArray), std::make_unique<CLProperty>(sKey, sValue));
+    AppendOwned(Required(m_pPart->m_pPropertyArray), std::make_unique<CLProperty>(sKey, sValue));
     return Outcome::next;
   }
   Outcome AddPartPort(const ScannedLine& line) {
@@ -140,7 +140,7 @@ class PartsScanner {
     } else if (bType) {
       p->m_sPortType = line.TrimmedValue(6);
     }
-    AppendOwned(Pointee(m_pPart->m_pPortArray), std::move(p));
+    AppendOwned(Required(m_pPart->m_pPortArray), std::move(p));
     return Outcome::next;
   }
   // Such a property is taken to span several lines, with a ")" of its own.
@@ -154,7 +154,7 @@ class PartsScanner {
 
   // ---- a part's gate ----
   Outcome OpenGate(const ScannedLine& line) {
-    m_pGate = &AppendOwned(Pointee(m_pPart->m_pGateDefArray), std::make_unique<CVRXoutPrfPartGateDef>());
+    m_pGate = &AppendOwned(Required(m_pPart->m_pGateDefArray), std::make_unique<CVRXoutPrfPartGateDef>());
     m_pGate->m_sGateName = line.Value(3);
     return Outcome::next;
   }
@@ -173,13 +173,13 @@ class PartsScanner {
     p->m_nPinId = line.Integer(4);
     p->m_sPortName = line.Value(6);
     p->m_sPortType = line.Value(8);
-    AppendOwned(Pointee(m_pPinAssign->m_pPortArray), std::move(p));
+    AppendOwned(Required(m_pPinAssign->m_pPortArray), std::move(p));
     return Outcome::next;
   }
   Outcome OpenFunctionInstance(const ScannedLine& line) {
     auto p = std::make_unique<CVRXoutPrfPinAssignFuncInst>();
     p->m_sFunctionRef = line.Value(3);
-    m_pInstance = &AppendOwned(Pointee(m_pPinAssign->m_pFuncInstArray), std::move(p));
+    m_pInstance = &AppendOwned(Required(m_pPinAssign->m_pFuncInstArray), std::move(p));
     m_report.RefersTo(NameKind::function, line.Place(), m_pInstance->m_sFunctionRef.View());
     return Outcome::next;
   }
@@ -187,7 +187,7 @@ class PartsScanner {
     auto p = std::make_unique<CVRXoutPrfPinAssignFuncInstPort>();
     p->m_sPortNo = line.Value(2);
     p->m_sMatch = line.Value(4);
-    AppendOwned(Pointee(m_pInstance->m_pPortArray), std::move(p));
+    AppendOwned(Required(m_pInstance->m_pPortArray), std::move(p));
     return Outcome::next;
   }
 
@@ -198,7 +198,7 @@ class PartsScanner {
     p->m_sPortNo = line.Value(2);
     p->m_nSymbPinId = line.Integer(4);
     p->m_sPortType = line.Value(6);
-    AppendOwned(Pointee(m_pFunction->m_pPortArray), std::move(p));
+    AppendOwned(Required(m_pFunction->m_pPortArray), std::move(p));
     return Outcome::next;
   }
 
@@ -216,7 +216,7 @@ class PartsScanner {
                                                      "function"};
 
   static Outcome AddProperty(CLPropertyArray* pArray, const ScannedLine& line) {
-    AppendOwned(Pointee(pArray), std::make_unique<CLProperty>(line.Value(2), line.Value(3)));
+    AppendOwned(Required(pArray), std::make_unique<CLProperty>(line.Value(2), line.Value(3)));
     return Outcome::next;
   }
   void BeginBlock(const ScannedLine& line) {

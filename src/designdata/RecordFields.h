@@ -54,21 +54,13 @@ struct FieldList {
   }
 };
 
-/// What a pointer field of a record points to. A host may have set it to null; the records cannot work without.
-template <class T>
-T& Pointee(T* p) {
-  if (p == nullptr) [[unlikely]]
-    AfxThrowInvalidArgException();
-  return *p;
-}
-
 namespace record_detail {
 
 // A field that holds an object of its own or points to one, as that object.
 template <class F>
 auto& Target(F& field) {
   if constexpr (std::is_pointer_v<std::remove_const_t<F>>) {
-    return Pointee(field);
+    return Required(field);
   } else {
     return field;
   }

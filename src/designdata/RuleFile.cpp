@@ -131,7 +131,7 @@ void AddEachChild(const CECadClsLvl& node, Array& arr) {
 
 // ---- properties: the key is the item, the value the comment ----
 void AddProperty(CLPropertyArray* pArray, const CString& sKey, const CString& sValue) {
-  AppendOwned(Pointee(pArray), std::make_unique<CLProperty>(sKey, sValue));
+  AppendOwned(Required(pArray), std::make_unique<CLProperty>(sKey, sValue));
 }
 /// The form's first two values are the key and the value.
 void AddProperty(CLPropertyArray* pArray, const CECadClsLvl& node) {
@@ -213,7 +213,7 @@ using PhysicalLayerForm = RecordForm<Layer, Value<1, &Layer::m_sPlace>>;
 void ReadPlainLayer(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufStackup& stackup) {
   auto p = PlainLayerForm::Make(node);
   Take(kPlainLayer, walk, node, *p);
-  AppendOwned(Pointee(stackup.m_pLayerArray), std::move(p));
+  AppendOwned(Required(stackup.m_pLayerArray), std::move(p));
 }
 
 // A coating without a material is named after its electrical constants.
@@ -230,7 +230,7 @@ void ReadPhysicalLayer(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufStacku
   if (p->m_sPlace == "BELOW") p->m_sLayerKind = "Solder_Resist_Bottom";
   Take(kPhysicalLayer, walk, node, *p);
   if (p->m_sMaterial.IsEmpty()) p->m_sMaterial = SolderResistName(*p);
-  AppendOwned(Pointee(stackup.m_pLayerArray), std::move(p));
+  AppendOwned(Required(stackup.m_pLayerArray), std::move(p));
 }
 
 constexpr auto kBareBoard = MakeForm<CVRXoutRufStackup, Rules>(  //
@@ -240,7 +240,7 @@ constexpr auto kBareBoard = MakeForm<CVRXoutRufStackup, Rules>(  //
     Text<&CVRXoutRufStackup::m_sBaseMaterial>("baseMaterial"));
 
 void ReadBareBoard(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufBoardSpec&) {
-  Take(kBareBoard, walk, node, Pointee(walk.context.data.m_pStackup));
+  Take(kBareBoard, walk, node, Required(walk.context.data.m_pStackup));
 }
 void ReadDefaultGrid(RuleWalk&, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
   AddEachChild<DefaultGridForm>(node, spec.m_aDefaultGrid);
@@ -307,7 +307,7 @@ void AddClearances(Rules& rules, const Clearances& how, const CECadClsLvl& secti
     Value<1, &Rule::m_sFirst>::Read(pair, *p);
     Value<2, &Rule::m_sSecond>::Read(pair, *p);
     Value<1, &Rule::m_dValue>::Read(child, *p);
-    AppendOwned(Pointee(rules.data.m_pRufRuleArray), std::move(p));
+    AppendOwned(Required(rules.data.m_pRufRuleArray), std::move(p));
   });
 }
 
@@ -334,14 +334,14 @@ void ReadPadstack(RuleWalk& walk, const CECadClsLvl& section, CPC_BD_OutClsGet& 
   SkipOthers(walk.context, section, nullptr, nullptr);
   auto p = MakeRule(section);
   Value<1, &Rule::m_sRuleName>::Read(section, *p);
-  AppendOwned(Pointee(data.m_pRufRuleArray), std::move(p));
+  AppendOwned(Required(data.m_pRufRuleArray), std::move(p));
 }
 template <auto kMember, const auto& kForm>
 void ReadRule(RuleWalk& walk, const CECadClsLvl& section, CPC_BD_OutClsGet& data) {
   auto p = MakeRule(section);
   Value<1, kMember>::Read(section, *p);
   Take(kForm, walk, section, *p);
-  AppendOwned(Pointee(data.m_pRufRuleArray), std::move(p));
+  AppendOwned(Required(data.m_pRufRuleArray), std::move(p));
 }
 
 // ---- rule: sections with records of their own ----
@@ -359,7 +359,7 @@ void ReadNetProperty(Rules&, const CECadClsLvl& node, CVRXoutRufNet& net) {
 void ReadPinList(Rules& rules, const CECadClsLvl& node, CVRXoutRufNet& net) {
   ForEachChild(node, [&](const CECadClsLvl& child) {
     if (child.m_sName == "funcTerm") {
-      AppendOwned(Pointee(net.m_pFuncTermArray), FuncTermForm::Make(child));
+      AppendOwned(Required(net.m_pFuncTermArray), FuncTermForm::Make(child));
     } else {
       SkipChild(rules, node, child);
     }
@@ -405,7 +405,7 @@ void TakeLoosely(const LooseRow<T> (&rows)[N], Rules& rules, const CECadClsLvl& 
 void ReadNet(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = NetForm::Make(node);
   TakeLoosely(kNet, walk.context, node, *p);
-  AppendOwned(Pointee(data.m_pRufNetArray), std::move(p));
+  AppendOwned(Required(data.m_pRufNetArray), std::move(p));
 }
 
 using ElectricalNet = CVRXoutRufRuleElectricalNet;
@@ -417,7 +417,7 @@ void AddValuesOfChildren(const CECadClsLvl& node, ElectricalNet& net) {
 void ReadElectricalNet(RuleWalk&, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = ElectricalNetForm::Make(node);
   AddValuesOfChildren(node, *p);
-  AppendOwned(Pointee(data.m_pElectricalNetArray), std::move(p));
+  AppendOwned(Required(data.m_pElectricalNetArray), std::move(p));
 }
 void ReadNetList(RuleWalk&, const CECadClsLvl& node, ElectricalNet& net) { AddValuesOfChildren(node, net); }
 constexpr auto kPair = MakeForm<ElectricalNet, Rules>(Custom<&ReadNetList>("electricalNetList", "m_aNetNames"));
@@ -425,7 +425,7 @@ void ReadPair(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = ElectricalNetForm::Make(node);
   p->m_bPair = 1;
   Take(kPair, walk, node, *p);
-  AppendOwned(Pointee(data.m_pElectricalNetArray), std::move(p));
+  AppendOwned(Required(data.m_pElectricalNetArray), std::move(p));
 }
 
 // The one place where a value may be missing.
@@ -434,7 +434,7 @@ void ReadBoard(RuleWalk&, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
     auto p = std::make_unique<CVRXoutRufRuleBoard>();
     p->m_sName = child.m_sName;
     if (HasToken(child)) p->m_sValue = Token(child, 1);
-    AppendOwned(Pointee(data.m_pRufRuleBoardArray), std::move(p));
+    AppendOwned(Required(data.m_pRufRuleBoardArray), std::move(p));
   });
 }
 
@@ -450,7 +450,7 @@ void ReadDesignRuleStack(RuleWalk&, const CECadClsLvl& node, CPC_BD_OutClsGet& d
     ForEachChild(child, [&](const CECadClsLvl& rule) { pLayer->m_sRuleName = Token(rule, 1); });
     AppendOwned(p->m_aEachLayer, std::move(pLayer));
   });
-  AppendOwned(Pointee(data.m_pDesignRuleStackArray), std::move(p));
+  AppendOwned(Required(data.m_pDesignRuleStackArray), std::move(p));
 }
 
 using TraceStack = CVRXoutRufRuleTraceRuleStack;
@@ -470,7 +470,7 @@ void ReadTraceRuleStack(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGe
     Take(kTraceStackLayer, walk, child, *pLayer);
     AppendOwned(p->m_aEachLayer, std::move(pLayer));
   });
-  AppendOwned(Pointee(data.m_pTraceRuleStackArray), std::move(p));
+  AppendOwned(Required(data.m_pTraceRuleStackArray), std::move(p));
 }
 
 constexpr auto kRule = MakeForm<CPC_BD_OutClsGet, Rules>(
@@ -497,13 +497,13 @@ using CompForm = RecordForm<CVRXoutRufComp, Value<1, &CVRXoutRufComp::m_sName>>;
 void ReadComp(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = CompForm::Make(node);
   TakeLoosely(kComp, walk.context, node, *p);
-  AppendOwned(Pointee(data.m_pRufCompArray), std::move(p));
+  AppendOwned(Required(data.m_pRufCompArray), std::move(p));
 }
 constexpr auto kAssign = MakeForm<CPC_BD_OutClsGet, Rules>(Custom<&ReadComp>("comp", "m_pRufCompArray"));
 
 // ---- design ----
 void ReadBoardSpec(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
-  Take(kBoardSpec, walk, node, Pointee(data.m_pBoardSpec));
+  Take(kBoardSpec, walk, node, Required(data.m_pBoardSpec));
 }
 void ReadRules(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) { Take(kRule, walk, node, data); }
 void ReadAssign(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) { Take(kAssign, walk, node, data); }

@@ -26,7 +26,7 @@ void WriteFunction(TextOut& out, const CVRXoutPrfFunction& function) {
   const auto form = Form<"(function \"%s\"\n">(out, function.m_sName);
   out.Print<"(uver %d)\n">(function.m_nUver);
   const auto interface = Form<"(interface\n">(out);
-  for (const CVRXoutPrfFunctionPort* pPort : Pointee(function.m_pPortArray)) {
+  for (const CVRXoutPrfFunctionPort* pPort : Required(function.m_pPortArray)) {
     if (pPort == nullptr) continue;
     if (!pPort->m_sPortType.IsEmpty()) {
       out.Print<"(port \"%s\" (symbPinId %d) (portType %s))\n">(pPort->m_sPortNo, pPort->m_nSymbPinId,
@@ -38,7 +38,7 @@ void WriteFunction(TextOut& out, const CVRXoutPrfFunction& function) {
 }
 
 void WritePartPorts(TextOut& out, const CVRXoutPrfPart& part) {
-  for (CVRXoutPrfPartPort* pPort : Pointee(part.m_pPortArray)) {
+  for (CVRXoutPrfPartPort* pPort : Required(part.m_pPortArray)) {
     if (pPort == nullptr) continue;
     DoublePercents(pPort->m_sPortName);
     if (pPort->m_sPortType.IsEmpty()) pPort->m_sPortType = "INOUT";
@@ -48,7 +48,7 @@ void WritePartPorts(TextOut& out, const CVRXoutPrfPart& part) {
 
 void WriteFunctionInstance(TextOut& out, const CVRXoutPrfPinAssignFuncInst& instance) {
   const auto form = Form<"(funcInst (functionRef \"%s\")\n">(out, instance.m_sFunctionRef);
-  for (CVRXoutPrfPinAssignFuncInstPort* pPort : Pointee(instance.m_pPortArray)) {
+  for (CVRXoutPrfPinAssignFuncInstPort* pPort : Required(instance.m_pPortArray)) {
     if (pPort == nullptr) continue;
     DoublePercents(pPort->m_sPortNo);
     out.Print<"(port \"%s\" (match \"%s\"))\n">(pPort->m_sPortNo, pPort->m_sMatch);
@@ -64,7 +64,7 @@ void WritePinAssign(TextOut& out, const CVRXoutPrfPinAssign& pinAssign, const Pa
     if (it != parts.end()) WritePartPorts(out, *it->second);
   }
   const auto internal = Form<"(internal\n">(out);
-  for (const CVRXoutPrfPinAssignFuncInst* pInstance : Pointee(pinAssign.m_pFuncInstArray)) {
+  for (const CVRXoutPrfPinAssignFuncInst* pInstance : Required(pinAssign.m_pFuncInstArray)) {
     if (pInstance != nullptr) WriteFunctionInstance(out, *pInstance);
   }
 }

@@ -36,25 +36,15 @@ using Lines = FormText::Lines;
 using Piece = FormText::Piece;
 using Step = FormText::Step;
 
-constexpr auto kNameOf = [](const auto& object) { return object.m_sName.View(); };
-constexpr auto kNoName = [](const auto&) { return std::string_view(); };
-
-template <class X>
-auto PutInto(FormText& text) {
-  return [&text](const X& object) { Put(text, object); };
-}
-
 template <class Array>
 bool HoldsNone(const Array* pArray) {
   return pArray != nullptr && pArray->IsEmpty();
 }
 
-// A section with a form for each element; none for no element.
+// A section with a form for each element; no element, no section.
 template <auto kArray, class X, class T, class Name>
-void PutSection(FormText& text, std::string_view sKey, const T& object, Name name) {
-  if (HoldsNone(object.*kArray)) return;
-  const Scope section(text, sKey);
-  PutEach<kArray>(text, object, name, PutInto<X>(text));
+void PutSectionIfAny(FormText& text, std::string_view sKey, const T& object, Name name) {
+  if (!HoldsNone(object.*kArray)) PutSection<kArray, X>(text, sKey, object, name);
 }
 
 template <auto kShapes, class T>
@@ -234,9 +224,11 @@ void Put(FormText& text, const CBDtextSize& textSize) {
 
 void Put(FormText& text, const CBDparameter& parameter) {
   const Scope form(text, "parameter");
-  PutSection<&CBDparameter::m_pLayerParameterArray, CBDlayerParameter>(text, "layerParameters", parameter, kNoName);
-  PutSection<&CBDparameter::m_pVisibleLayerSetArray, CBDvisibleLayerSet>(text, "visibleLayerSet", parameter, kNameOf);
-  PutSection<&CBDparameter::m_pTextSizeArray, CBDtextSize>(text, "textSizeParameters", parameter, kNoName);
+  PutSectionIfAny<&CBDparameter::m_pLayerParameterArray, CBDlayerParameter>(text, "layerParameters", parameter,
+                                                                            kNoName);
+  PutSectionIfAny<&CBDparameter::m_pVisibleLayerSetArray, CBDvisibleLayerSet>(text, "visibleLayerSet", parameter,
+                                                                              kNameOf);
+  PutSectionIfAny<&CBDparameter::m_pTextSizeArray, CBDtextSize>(text, "textSizeParameters", parameter, kNoName);
 }
 
 // ---- what the board claims of the library ----
@@ -283,7 +275,7 @@ namespace {
 // The splitter hands components and layers of the layout to the reader one by one.
 void PutBoard(FormText& text, const CBDboardContainer& board, int nLayers) {
   const Scope container(text, "boardContainer");
-  PutSection<&CBDboardContainer::m_pSubBoardArray, CBDsubBoard>(text, "subBoards", board, kNoName);
+  PutSectionIfAny<&CBDboardContainer::m_pSubBoardArray, CBDsubBoard>(text, "subBoards", board, kNoName);
   {
     const Scope components(text, "components");
     text.BreakNext();  // the splitter takes it that the section goes on behind its first line
@@ -292,8 +284,8 @@ void PutBoard(FormText& text, const CBDboardContainer& board, int nLayers) {
         text, board, [](const CBDcomponent& component) { return component.m_sReference.View(); },
         PutInto<CBDcomponent>(text));
   }
-  PutSection<&CBDboardContainer::m_pCompGroupArray, CBDcompGroup>(text, "compGroups", board, kNameOf);
-  PutSection<&CBDboardContainer::m_pNetArray, CBDnet>(text, "nets", board, kNameOf);
+  PutSectionIfAny<&CBDboardContainer::m_pCompGroupArray, CBDcompGroup>(text, "compGroups", board, kNameOf);
+  PutSectionIfAny<&CBDboardContainer::m_pNetArray, CBDnet>(text, "nets", board, kNameOf);
   const Scope boardLayout(text, "boardLayout");
   const Scope layout(text, "layout");
   const Piece piece(text);

@@ -26,21 +26,6 @@ using Scope = FormText::Form;
 using Lines = FormText::Lines;
 using Step = FormText::Step;
 
-constexpr auto kNameOf = [](const auto& object) { return object.m_sName.View(); };
-constexpr auto kNoName = [](const auto&) { return std::string_view(); };
-
-template <class X>
-auto PutInto(FormText& text) {
-  return [&text](const X& object) { Put(text, object); };
-}
-
-// A section with a form for each element.
-template <auto kArray, class X, class T, class Name>
-void PutSection(FormText& text, std::string_view sKey, const T& object, Name name) {
-  const Scope section(text, sKey);
-  PutEach<kArray>(text, object, name, PutInto<X>(text));
-}
-
 void PutToken(FormText& text, std::string_view sKey, std::string_view sField, const CString& s) {
   const Scope form(text, sKey);
   text.Token(sField, s);

@@ -201,4 +201,21 @@ void PutEach(FormText& text, const T& object, Name&& name, Put&& put) {
   }
 }
 
+/// What elements of an array are called by.
+inline constexpr auto kNameOf = [](const auto& object) { return object.m_sName.View(); };
+inline constexpr auto kNoName = [](const auto&) { return std::string_view(); };
+
+/// Writes an element by its own form.
+template <class X>
+auto PutInto(FormText& text) {
+  return [&text](const X& object) { Put(text, object); };
+}
+
+/// A section with a form for each element of an array.
+template <auto kArray, class X, class T, class Name>
+void PutSection(FormText& text, std::string_view sKey, const T& object, Name name) {
+  const FormText::Form section(text, sKey);
+  PutEach<kArray>(text, object, name, PutInto<X>(text));
+}
+
 }  // namespace laminate

@@ -4,11 +4,15 @@
 #include <fstream>
 #include <iterator>
 
+#include "base/Designs.h"
 #include "designdata/DesignDataTestSupport.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+using laminate::test::DesignFile;
+using laminate::test::DesignNames;
+using laminate::test::NameOfDesignTest;
 
 std::string Content(const fs::path& path) {
   std::ifstream file(path, std::ios::binary);
@@ -16,29 +20,12 @@ std::string Content(const fs::path& path) {
   return {std::istreambuf_iterator<char>(file), {}};
 }
 
-std::vector<fs::path> Designs() {
-  std::vector<fs::path> folders;
-  for (const auto& entry : fs::directory_iterator(std::getenv("LAMINATE_DESIGNS"))) {
-    if (entry.is_directory()) folders.push_back(entry.path());
-  }
-  std::sort(folders.begin(), folders.end());
-  return folders;
-}
-
-fs::path FileOf(const fs::path& design, const char* szEnding) {
-  for (const auto& entry : fs::directory_iterator(design)) {
-    if (entry.path().extension() == szEnding) return entry.path();
-  }
-  ADD_FAILURE() << design << " has no file " << szEnding;
-  return {};
-}
-
-class DesignFiles : public testing::TestWithParam<fs::path> {
+class DesignFiles : public testing::TestWithParam<std::string> {
  protected:
   DesignFiles() {
     for (const auto& [szEnding, kind] : {std::pair(".pkf", Kind::package), std::pair(".cdf", Kind::parts),
                                          std::pair(".rul", Kind::rules), std::pair(".cmp", Kind::components)}) {
-      LoadPath(m_data, kind, FileOf(GetParam(), szEnding).c_str());
+      LoadPath(m_data, kind, DesignFile(GetParam(), szEnding).c_str());
       EXPECT_TRUE(m_data.GetLoadStatus().IsOk()) << szEnding << ": " << m_data.GetLoadStatus().m_sText.GetString();
     }
   }
@@ -48,7 +35,7 @@ class DesignFiles : public testing::TestWithParam<fs::path> {
 // Every opening line of a record, counted by itself, gave a record.
 TEST_P(DesignFiles, HoldAsManyRecordsAsOpeningLines) {
   const auto count = [](const char* szEnding, std::string_view sKeyword) {
-    const std::string text = "\n" + Content(FileOf(GetParam(), szEnding));
+    const std::string text = "\n" + Content(DesignFile(GetParam(), szEnding));
     const std::string wanted = "\n" + std::string(sKeyword) + " ";
     INT_PTR n = 0;
     for (std::size_t i = text.find(wanted); i != std::string::npos; i = text.find(wanted, i + 1)) ++n;
@@ -157,7 +144,7 @@ TEST_P(DesignFiles, WrittenPartsComeBackButForWhatTheFormatDrops) {
 
 #ifdef LAMINATE_WITH_EXPECTED
 TEST_P(DesignFiles, GiveTheExpectedImage) {
-  const fs::path folder = fs::path(std::getenv("LAMINATE_EXPECTED")) / GetParam().filename();
+  const fs::path folder = fs::path(std::getenv("LAMINATE_EXPECTED")) / GetParam();
   const std::string expected = Content(folder / "design-data.bin");
   const std::string image = Image(m_data);
   const auto where = std::mismatch(image.begin(), image.end(), expected.begin(), expected.end());
@@ -166,11 +153,6 @@ TEST_P(DesignFiles, GiveTheExpectedImage) {
 }
 #endif
 
-INSTANTIATE_TEST_SUITE_P(Designs, DesignFiles, testing::ValuesIn(Designs()), [](const auto& design) {
-  std::string name = design.param.filename();
-  std::replace_if(
-      name.begin(), name.end(), [](char ch) { return !std::isalnum(static_cast<unsigned char>(ch)); }, '_');
-  return name;
-});
+INSTANTIATE_TEST_SUITE_P(Designs, DesignFiles, testing::ValuesIn(DesignNames()), NameOfDesignTest);
 
 }  // namespace

@@ -7,6 +7,7 @@
 #include <random>
 #include <set>
 
+#include "base/Designs.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcompGroup.h"
 #include "board/CBDcomponent.h"
@@ -657,12 +658,7 @@ const Row kRows[] = {
      {Layout0(" CBDtext.m_dTextFrameOffset dropped=1")}},
 };
 
-std::string NameOfRow(const testing::TestParamInfo<Row>& row) {
-  std::string s = row.param.name;
-  std::replace_if(
-      s.begin(), s.end(), [](char c) { return isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return s;
-}
+std::string NameOfRow(const testing::TestParamInfo<Row>& row) { return laminate::test::AsTestName(row.param.name); }
 INSTANTIATE_TEST_SUITE_P(Rows, ExportLosses, testing::ValuesIn(kRows), NameOfRow);
 
 // ---- layers of the layout, by writing and reading ----

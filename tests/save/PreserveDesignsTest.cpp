@@ -2,12 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <set>
 
+#include "base/Designs.h"
 #include "save/FormTree.h"
 #include "save/PreserveTestSupport.h"
 #include "technology/CBDpad.h"
@@ -21,16 +21,6 @@ namespace fs = std::filesystem;
 std::string Read(const fs::path& path) {
   std::ifstream in(path, std::ios::binary);
   return {std::istreambuf_iterator<char>(in), {}};
-}
-
-std::vector<std::string> Designs() {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(std::getenv("LAMINATE_DESIGNS"))) {
-    const std::string sName = entry.path().filename();
-    if (fs::exists(entry.path() / (sName + ".ftf"))) names.push_back(sName);
-  }
-  std::sort(names.begin(), names.end());
-  return names;
 }
 
 using IsChanged = std::function<bool(const CECadClsLvl&)>;
@@ -84,10 +74,7 @@ IsChanged Components(const std::set<std::string>& references) {
 
 class PreserveDesigns : public testing::TestWithParam<std::string> {
  protected:
-  PreserveDesigns()
-      : stem(fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / GetParam()),
-        text(Read(stem.string() + ".pcf")),
-        board(text) {}
+  PreserveDesigns() : stem(DesignFile(GetParam(), "")), text(Read(stem.string() + ".pcf")), board(text) {}
 
   // Saves, and holds the result against the design and, outside the forms that may change, against the source.
   void ExpectConfined(const IsChanged& isChanged) {
@@ -220,12 +207,7 @@ TEST_P(PreserveDesigns, AFootprintFilesPad) {
   EXPECT_TRUE(SameContent(*got.pFootprints, *design.Design().pFootprints));
 }
 
-INSTANTIATE_TEST_SUITE_P(All, PreserveDesigns, testing::ValuesIn(Designs()), [](const auto& design) {
-  std::string s = design.param;
-  std::replace_if(
-      s.begin(), s.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return s;
-});
+INSTANTIATE_TEST_SUITE_P(All, PreserveDesigns, testing::ValuesIn(DesignNames()), NameOfDesignTest);
 
 }  // namespace
 

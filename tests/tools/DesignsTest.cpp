@@ -4,6 +4,7 @@
 
 #include "CommandRunner.h"
 #include "Json.h"
+#include "base/Designs.h"
 
 namespace {
 
@@ -27,29 +28,10 @@ std::string Unpacked(const fs::path& path) {
   return s;
 }
 
-// The build sets it for this test; run by hand it has to be set, too.
-fs::path DesignFolder() {
-  const char* szFolder = std::getenv("LAMINATE_DESIGNS");
-  if (szFolder == nullptr) throw std::runtime_error("LAMINATE_DESIGNS is not set");
-  return szFolder;
-}
-
-std::vector<std::string> Designs() {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(DesignFolder())) {
-    const std::string sName = entry.path().filename();
-    if (fs::exists(entry.path() / (sName + ".pcf"))) names.push_back(sName);
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 struct DesignTest : testing::TestWithParam<std::string> {
   TestFolder folder;
   CommandRunner run{folder};
-  std::string File(const char* szEnding) const {
-    return (DesignFolder() / GetParam() / (GetParam() + szEnding)).string();
-  }
+  std::string File(const char* szEnding) const { return laminate::test::DesignFile(GetParam(), szEnding); }
   // The file of what is expected, or an empty path.
   fs::path Expected(const char* szName) const {
     const char* szFolder = std::getenv("LAMINATE_EXPECTED");
@@ -58,7 +40,7 @@ struct DesignTest : testing::TestWithParam<std::string> {
   }
   // A number from a line "| what | number |" of the design's own description.
   std::size_t Count(const std::string& sWhat) const {
-    const std::string s = Slurp(DesignFolder() / GetParam() / "SOURCE.md");
+    const std::string s = Slurp(laminate::test::DesignsFolder() / GetParam() / "SOURCE.md");
     std::smatch match;
     if (!std::regex_search(s, match, std::regex("\\| " + sWhat + "(?: \\*)? \\| (\\d+) \\|"))) {
       ADD_FAILURE() << "no count of " << sWhat;
@@ -182,13 +164,7 @@ TEST_P(DesignTest, Check) {
   EXPECT_EQ(nGood, 6u) << result.out;
 }
 
-std::string NameOfTest(const testing::TestParamInfo<std::string>& info) {
-  std::string s = info.param;
-  std::replace_if(
-      s.begin(), s.end(), [](char c) { return isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return s;
-}
-
-INSTANTIATE_TEST_SUITE_P(Designs, DesignTest, testing::ValuesIn(Designs()), NameOfTest);
+INSTANTIATE_TEST_SUITE_P(Designs, DesignTest, testing::ValuesIn(laminate::test::DesignNames()),
+                         laminate::test::NameOfDesignTest);
 
 }  // namespace

@@ -2,28 +2,17 @@
 // placements that are expected of it.
 #include "CommandRunner.h"
 #include "Json.h"
+#include "base/Designs.h"
 
 namespace {
 
 namespace fs = std::filesystem;
 using Strings = std::vector<std::string>;
 
-Strings Designs() {
-  Strings names;
-  for (const auto& entry : fs::directory_iterator(std::getenv("LAMINATE_DESIGNS"))) {
-    const std::string sName = entry.path().filename();
-    if (fs::exists(entry.path() / (sName + ".pcf"))) names.push_back(sName);
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
-
 struct PictureDesigns : testing::TestWithParam<std::string> {
   TestFolder folder;
   CommandRunner run{folder};
-  std::string File(const char* szEnding) const {
-    return (fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / (GetParam() + szEnding)).string();
-  }
+  std::string File(const char* szEnding) const { return laminate::test::DesignFile(GetParam(), szEnding); }
 };
 
 Strings Words(const std::string& s) {
@@ -66,11 +55,7 @@ TEST_P(PictureDesigns, AreDrawnInEveryForm) {
   }
 }
 
-INSTANTIATE_TEST_SUITE_P(All, PictureDesigns, testing::ValuesIn(Designs()), [](const auto& design) {
-  std::string s = design.param;
-  std::replace_if(
-      s.begin(), s.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return s;
-});
+INSTANTIATE_TEST_SUITE_P(All, PictureDesigns, testing::ValuesIn(laminate::test::DesignNames()),
+                         laminate::test::NameOfDesignTest);
 
 }  // namespace

@@ -2,13 +2,12 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <cstdlib>
-#include <filesystem>
 #include <memory>
 #include <set>
 #include <string>
 #include <vector>
 
+#include "base/Designs.h"
 #include "base/HostInterface.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
@@ -28,8 +27,6 @@ namespace laminate::cli {
 
 namespace {
 
-namespace fs = std::filesystem;
-
 class Boxes : public CHostInterface {
  public:
   int OnAfxMessageBox(const CString& sText, UINT, UINT) override {
@@ -41,16 +38,6 @@ class Boxes : public CHostInterface {
  private:
   CHostInterfaceScope m_scope{*this};
 };
-
-std::vector<std::string> Designs() {
-  std::vector<std::string> names;
-  for (const auto& entry : fs::directory_iterator(std::getenv("LAMINATE_DESIGNS"))) {
-    const std::string sName = entry.path().filename();
-    if (fs::exists(entry.path() / (sName + ".ftf"))) names.push_back(sName);
-  }
-  std::sort(names.begin(), names.end());
-  return names;
-}
 
 bool HoldsRoundThermal(const CBDdrawObjArray& shapes) {
   return std::any_of(shapes.begin(), shapes.end(), [](const CBDdrawObj* p) {
@@ -71,9 +58,8 @@ struct PlaceDesigns : testing::TestWithParam<std::string> {
   CPC_BD_Cls_Get facade;
   CBDesigner& root = *facade.pGetBDesigner();
   PlaceDesigns() {
-    const fs::path stem = fs::path(std::getenv("LAMINATE_DESIGNS")) / GetParam() / GetParam();
-    facade.vSetFtfFilePath((stem.string() + ".ftf").c_str());
-    facade.vSetPcfFilePath((stem.string() + ".pcf").c_str());
+    facade.vSetFtfFilePath(test::DesignFile(GetParam(), ".ftf").c_str());
+    facade.vSetPcfFilePath(test::DesignFile(GetParam(), ".pcf").c_str());
     facade.vParseFtfAndPcf(0);
     EXPECT_TRUE(facade.GetLoadStatus().IsOk()) << facade.GetLoadStatus().m_sText.GetString();
   }
@@ -145,12 +131,7 @@ TEST_P(PlaceDesigns, PinsOfPlacedFootprintsLieWhereTheComponentHasThem) {
   EXPECT_GT(nPins, 0);
 }
 
-INSTANTIATE_TEST_SUITE_P(All, PlaceDesigns, testing::ValuesIn(Designs()), [](const auto& design) {
-  std::string s = design.param;
-  std::replace_if(
-      s.begin(), s.end(), [](char c) { return std::isalnum(static_cast<unsigned char>(c)) == 0; }, '_');
-  return s;
-});
+INSTANTIATE_TEST_SUITE_P(All, PlaceDesigns, testing::ValuesIn(test::DesignNames()), test::NameOfDesignTest);
 
 }  // namespace
 
