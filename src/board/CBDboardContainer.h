@@ -16,7 +16,11 @@ class TextOut;
 
 /// What is on the board: components, groups, nets, sub-boards and the loose shapes of the layout. There is no layer
 /// object: a layer is a run of shapes that bear its name, type and number. Written as
-///   (boardContainer (components ...) (compGroups ...)? (nets ...) (boardLayout (layout (layer ...) ...)))
+///   (boardContainer (components ...) (compGroups ...)? (nets ...) (boardLayout (layout (layer HEADER SHAPE ...) ...)))
+/// For a shape with a layer number HEADER is "(conductive NUMBER)"; else it goes by the layer type: "(nonConductive
+/// NAME)" or "(systemLayer (type NAME))", with the name between quotes if it holds a bracket. A shape whose number, or
+/// else whose name, is the one met last opens no layer: it stands in the one that is open, whichever that is. A shape
+/// of any other type opens none either, but a bracket closes it, and the form is out of balance.
 class CBDboardContainer : public laminate::Pooled {
  public:
   /// Creates the five arrays, empty.
@@ -38,8 +42,8 @@ class CBDboardContainer : public laminate::Pooled {
 
   /// Gathers the shapes of the layout by layer, in place: layers keep the order in which they first appear, and shapes
   /// that of their layer. A first pass gathers by layer number, a second one by the names of the layers of number 0. In
-  /// both, the shape that follows a gathered run is passed over as a possible start of the next run. Failing memory
-  /// raises `CMemoryException`; the layout is then as before.
+  /// both, the shape that follows a gathered run is passed over as a possible start of the next run, and so gathering
+  /// again may change the order once more. Failing memory raises `CMemoryException`; the layout is then as before.
   void vSortDrawObjForLayerOrder();
 
   CString m_sReserved1;                  ///< empty; not used

@@ -12,15 +12,8 @@ namespace {
 
 void ReadLayout(Walk<BoardContext>& walk, const CECadClsLvl& layout, CBDcompGroup& group) {
   ForEachChild(layout, "layer", [&](const CECadClsLvl& layer) {
-    ShapeContext context = ResolveLayer(layer, walk.context.pBoardShapes);
-    ForEachChild(layer, [&](const CECadClsLvl& child) {
-      if (NamesLayer(child.m_sName.View())) return;
-      if (child.m_sName == "refer") {
-        AppendFirstOfRefer(child, context, *group.m_pDrawObjArray);
-      } else {
-        AppendShape(child, context, *group.m_pDrawObjArray);
-      }
-    });
+    const ShapeContext context = ResolveLayer(layer, walk.context.pBoardShapes);
+    AppendShapesOfLayer(layer, context, *group.m_pDrawObjArray, AppendFirstOfRefer);
   });
 }
 

@@ -37,13 +37,14 @@ void ReadTextProperty(Walk<BoardContext>&, const CECadClsLvl& node, CBDcomponent
 
 // (refer (net NAME)? (cavityFrom N)? (cavityTo N)? SHAPE ...): what stands before a shape is stored in it; the last
 // shape counts.
-void AppendRefer(const CECadClsLvl& refer, ShapeContext& context, CBDdrawObjArray& shapes) {
+void AppendRefer(const CECadClsLvl& refer, const ShapeContext& context, CBDdrawObjArray& shapes) {
   constexpr int kNoCavity = -1;
   int nCavityFrom = kNoCavity;
   int nCavityTo = kNoCavity;
   CString sNet;
   std::unique_ptr<CBDdrawObj> pLast;
-  context.bRefer = 1;
+  ShapeContext inRefer = context;
+  inRefer.bRefer = 1;
   ForEachChild(refer, [&](const CECadClsLvl& child) {
     const std::string_view sKeyword = child.m_sName.View();
     const auto holds = [sKeyword](std::string_view s) { return sKeyword.find(s) != std::string_view::npos; };
@@ -54,7 +55,7 @@ void AppendRefer(const CECadClsLvl& refer, ShapeContext& context, CBDdrawObjArra
       nCavityTo = Atoi(Token(child, 1).View());
     } else if (sKeyword == "net") {
       sNet = Token(child, 1);
-    } else if (auto p = ReadDrawObj(child, context)) {
+    } else if (auto p = ReadDrawObj(child, inRefer)) {
       if (nCavityFrom != kNoCavity && nCavityTo != kNoCavity) {
         p->m_nCavityFrom = nCavityFrom;
         p->m_nCavityTo = nCavityTo;
@@ -64,23 +65,14 @@ void AppendRefer(const CECadClsLvl& refer, ShapeContext& context, CBDdrawObjArra
       pLast = std::move(p);
     }
   });
-  context.bRefer = 0;
   if (pLast != nullptr) AppendOwned(shapes, std::move(pLast));
 }
 
 void ReadLayout(Walk<BoardContext>& walk, const CECadClsLvl& layout, CBDcomponent& component) {
   ForEachChild(layout, "layer", [&](const CECadClsLvl& layer) {
     if (FindChild(layer, "infoOf") != nullptr || FindChild(layer, "drawOf") != nullptr) return;
-    ShapeContext context = ResolveLayer(layer, walk.context.pBoardShapes);
-    ForEachChild(layer, [&](const CECadClsLvl& child) {
-      const std::string_view sKeyword = child.m_sName.View();
-      if (NamesLayer(sKeyword)) return;
-      if (sKeyword == "refer") {
-        AppendRefer(child, context, *component.m_pDrawObjArray);
-      } else {
-        AppendShape(child, context, *component.m_pDrawObjArray);
-      }
-    });
+    const ShapeContext context = ResolveLayer(layer, walk.context.pBoardShapes);
+    AppendShapesOfLayer(layer, context, *component.m_pDrawObjArray, AppendRefer);
   });
 }
 

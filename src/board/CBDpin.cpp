@@ -52,20 +52,22 @@ std::unique_ptr<CBDbondwire> laminate::ReadBondwire(const CECadClsLvl& node) {
 
 namespace {
 
+// (refer (net NAME)? (msgTag ...)? SHAPE ...): the last shape counts.
+void AppendLastOfRefer(const CECadClsLvl& refer, const ShapeContext& context, CBDdrawObjArray& shapes) {
+  ShapeContext inRefer = context;
+  inRefer.bRefer = 1;
+  std::unique_ptr<CBDdrawObj> pLast;
+  ForEachChild(refer, [&](const CECadClsLvl& child) {
+    if (child.m_sName == "net" || child.m_sName == "msgTag") return;
+    if (auto p = ReadDrawObj(child, inRefer)) pLast = std::move(p);
+  });
+  if (pLast != nullptr) AppendOwned(shapes, std::move(pLast));
+}
+
 void ReadPinLayout(Walk<BoardContext>& walk, const CECadClsLvl& layout, CBDpin& pin) {
   ForEachChild(layout, "layer", [&](const CECadClsLvl& layer) {
-    ShapeContext context = ResolveLayer(layer, walk.context.pBoardShapes);
-    ForEachChild(layer, [&](const CECadClsLvl& child) {
-      const std::string_view sKeyword = child.m_sName.View();
-      if (NamesLayer(sKeyword) || sKeyword == "footLayer") return;
-      if (sKeyword != "refer") {
-        AppendShape(child, context, *pin.m_pDrawObjArray);
-        return;
-      }
-      auto pLast = ReadLastOfRefer(
-          child, context, [](const CECadClsLvl& form) { return form.m_sName != "net" && form.m_sName != "msgTag"; });
-      if (pLast != nullptr) AppendOwned(*pin.m_pDrawObjArray, std::move(pLast));
-    });
+    const ShapeContext context = ResolveLayer(layer, walk.context.pBoardShapes);
+    AppendShapesOfLayer(layer, context, *pin.m_pDrawObjArray, AppendLastOfRefer, {"footLayer"});
   });
 }
 

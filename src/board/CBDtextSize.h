@@ -4,7 +4,8 @@
 #include "base/CExPtrArray.h"
 #include "base/Pool.h"
 
-/// A numbered text size, in the file's own whole numbers.
+/// A numbered text size, in the file's own whole numbers. Read as
+///   (textSize ID (width N)? (height N)? (space N)? (vSpace N)? (strokeWidth N)?)
 class CBDtextSize : public laminate::Pooled {
  public:
   CBDtextSize() = default;

@@ -6,7 +6,9 @@
 #include "base/CStringArray.h"
 #include "base/Pool.h"
 
-/// A named choice of layers to show.
+/// A named choice of layers to show. Read as
+///   (set NAME (layer HEADER (visible YES | NO)) ...)
+/// with a HEADER as board/LayerForms.h tells. A layer without a "visible" is not visible.
 class CBDvisibleLayerSet : public laminate::Pooled {
  public:
   CBDvisibleLayerSet() = default;
@@ -14,11 +16,12 @@ class CBDvisibleLayerSet : public laminate::Pooled {
   CBDvisibleLayerSet& operator=(const CBDvisibleLayerSet&) = delete;
   virtual ~CBDvisibleLayerSet() = default;
 
-  /// Writes a "set" form without its layers; for hosts. Always 0; a null stream raises `CInvalidArgException`.
+  /// Writes "(set NAME)" without its layers; for hosts, since no export writes sets. Always 0; a null stream raises
+  /// `CInvalidArgException`.
   int nPrint2File(FILE* fp);
 
   CString m_sName;
-  CStringArray m_aLayers;  ///< names of the visible layers; that of a conductive layer is its number as text
+  CStringArray m_aLayers;  ///< names of the visible layers; that of a conductive layer is its number's text
 };
 
 class CBDvisibleLayerSetArray : public laminate::NamedArray<CBDvisibleLayerSet> {};

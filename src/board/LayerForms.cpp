@@ -26,10 +26,10 @@ void AppendShape(const CECadClsLvl& node, const ShapeContext& context, CBDdrawOb
   if (auto p = ReadDrawObj(node, context)) AppendOwned(shapes, std::move(p));
 }
 
-void AppendFirstOfRefer(const CECadClsLvl& refer, ShapeContext& context, CBDdrawObjArray& shapes) {
-  context.bRefer = 1;
-  AppendShape(RequireFirstChild(refer), context, shapes);
-  context.bRefer = 0;
+void AppendFirstOfRefer(const CECadClsLvl& refer, const ShapeContext& context, CBDdrawObjArray& shapes) {
+  ShapeContext inRefer = context;
+  inRefer.bRefer = 1;
+  AppendShape(RequireFirstChild(refer), inRefer, shapes);
 }
 
 void WriteLayerBlocks(TextOut& out, CBDdrawObjArray* pShapes) {

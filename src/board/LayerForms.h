@@ -1,11 +1,13 @@
 #pragma once
 // What layer forms have in common, wherever they stand.
+#include <algorithm>
+#include <initializer_list>
 #include <string_view>
 
 #include "base/TextOut.h"
 #include "drawobj/DrawObjReader.h"
 #include "reader/CECadClsLvl.h"
-#include "reader/Grammar.h"
+#include "reader/ObjectRow.h"
 
 namespace laminate {
 
@@ -31,20 +33,22 @@ ShapeContext ResolveLayer(const CECadClsLvl& layer, CBDdrawObjArray* pBoardShape
 void AppendShape(const CECadClsLvl& node, const ShapeContext& context, CBDdrawObjArray& shapes);
 
 /// The same for the first form in a "refer", with the refer flag set; the others do not count. An empty "refer" raises.
-void AppendFirstOfRefer(const CECadClsLvl& refer, ShapeContext& context, CBDdrawObjArray& shapes);
+void AppendFirstOfRefer(const CECadClsLvl& refer, const ShapeContext& context, CBDdrawObjArray& shapes);
 
-/// The last shape in a "refer", with the refer flag set, or null; those before it are dropped. `take(child)` is asked
-/// of each form in it first and says whether it is a shape.
-template <class Take>
-std::unique_ptr<CBDdrawObj> ReadLastOfRefer(const CECadClsLvl& refer, ShapeContext& context, Take&& take) {
-  std::unique_ptr<CBDdrawObj> pLast;
-  context.bRefer = 1;
-  for (const CECadClsLvl* pChild : ChildrenOf(refer)) {
-    if (pChild == nullptr || !take(*pChild)) continue;
-    if (auto p = ReadDrawObj(*pChild, context)) pLast = std::move(p);
-  }
-  context.bRefer = 0;
-  return pLast;
+/// Translates what stands in a layer form and appends the shapes, in order. Forms that name the layer are passed over,
+/// and so are `others`. What a "refer" gives is up to `appendRefer(refer, context, shapes)`.
+template <class AppendRefer>
+void AppendShapesOfLayer(const CECadClsLvl& layer, const ShapeContext& context, CBDdrawObjArray& shapes,
+                         AppendRefer&& appendRefer, std::initializer_list<std::string_view> others = {}) {
+  ForEachChild(layer, [&](const CECadClsLvl& child) {
+    const std::string_view sKeyword = child.m_sName.View();
+    if (NamesLayer(sKeyword) || std::find(others.begin(), others.end(), sKeyword) != others.end()) return;
+    if (sKeyword == "refer") {
+      appendRefer(child, context, shapes);
+    } else {
+      AppendShape(child, context, shapes);
+    }
+  });
 }
 
 /// Writes the shapes of a pin or a group: a block for each run of shapes of one layer name,

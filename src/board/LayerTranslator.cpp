@@ -8,11 +8,6 @@ namespace laminate {
 
 namespace {
 
-// Rules, messages and remarks stand in layers too; their content is not kept.
-bool IsRemark(std::string_view sKeyword) {
-  return sKeyword == "ruleArea" || sKeyword == "message" || sKeyword == "info";
-}
-
 // A layer that only tells about another is dropped, unless it names itself.
 bool IsDropped(const CECadClsLvl& layer, const ShapeContext& context) {
   return context.sLayerType.IsEmpty() &&
@@ -24,17 +19,10 @@ bool IsDropped(const CECadClsLvl& layer, const ShapeContext& context) {
 int ReadBoardLayer(const CECadClsLvl* pNode, CBDboardContainer& board) {
   if (pNode == nullptr || board.m_pDrawObjArray == nullptr) AfxThrowInvalidArgException();
   CBDdrawObjArray& shapes = *board.m_pDrawObjArray;
-  ShapeContext context = ResolveLayer(*pNode, &shapes);
+  const ShapeContext context = ResolveLayer(*pNode, &shapes);
   if (IsDropped(*pNode, context)) return 0;
-  ForEachChild(*pNode, [&](const CECadClsLvl& child) {
-    const std::string_view sKeyword = child.m_sName.View();
-    if (NamesLayer(sKeyword) || IsRemark(sKeyword)) return;
-    if (sKeyword == "refer") {
-      AppendFirstOfRefer(child, context, shapes);
-    } else {
-      AppendShape(child, context, shapes);
-    }
-  });
+  // Rules, messages and remarks stand in layers too; their content is not kept.
+  AppendShapesOfLayer(*pNode, context, shapes, AppendFirstOfRefer, {"ruleArea", "message", "info"});
   return 0;
 }
 

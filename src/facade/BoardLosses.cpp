@@ -1,6 +1,6 @@
 #include "facade/BoardLosses.h"
 
-#include <unordered_set>
+#include <set>
 
 #include "base/CGProperty.h"
 #include "board/CBDboardContainer.h"
@@ -151,7 +151,7 @@ bool LosesName(const CBDlayerParameter& p, std::string& sValue) {
   if (LosesHeader(p, sHeader)) return false;
   const std::string_view name = p.m_sLayerName.View();
   sValue = std::string(name);
-  if (p.m_sLayerType == "conductive") return name != std::to_string(p.m_nLayerNumber);
+  if (p.m_sLayerType == "conductive") return !name.empty() && name != std::to_string(p.m_nLayerNumber);
   return name.find_first_of("()") == std::string_view::npos ? !ReadsBackBare(name) : !ReadsBackQuoted(name, true);
 }
 constexpr auto kLayerParameter = Losses<CBDlayerParameter>(
@@ -160,8 +160,8 @@ constexpr auto kLayerParameter = Losses<CBDlayerParameter>(
                               "of none of the three the header is missing, and a bracket is closed too many",
                               &LosesHeader),
     Custom<CBDlayerParameter>("m_sLayerName", Fate::normalised, "the number of a conductive layer", &LosesName),
-    Kept<&CBDlayerParameter::m_nLayerNumber>(), Kept<&CBDlayerParameter::m_nColorId>(),
-    Kept<&CBDlayerParameter::m_nPriority>(),
+    Kept<&CBDlayerParameter::m_nLayerNumber>("for hosts: reading a layer parameter takes none of its layer back"),
+    Kept<&CBDlayerParameter::m_nColorId>(), Kept<&CBDlayerParameter::m_nPriority>(),
     Dropped<&CBDlayerParameter::m_sDisplayMode>("EMPTY is written, under a keyword that is not read"),
     Constant<&CBDlayerParameter::m_nHatchAngle, "45">(), Constant<&CBDlayerParameter::m_nHatchPitch, "20">(),
     Constant<&CBDlayerParameter::m_sMrcMode, "OFF">());
@@ -174,7 +174,8 @@ constexpr auto kEntities =
                                Told<&CBDlibraryEntities::m_pLibPadstackArray>(Fate::normalised, kFromDesign),
                                Told<&CBDlibraryEntities::m_pLibPadArray>(Fate::normalised, kFromDesign));
 
-using Names = std::unordered_set<std::string_view>;
+// In order, for a file may choose its names so that those of a hash table collide.
+using Names = std::set<std::string_view>;
 
 template <auto kName, class X>
 Names NamesOf(const CExPtrArray<X*, X*>* pArray) {
@@ -186,9 +187,11 @@ Names NamesOf(const CExPtrArray<X*, X*>* pArray) {
   return names;
 }
 
-void FindUnclaimed(std::string_view sField, const CStringArray& claimed, const Names& written, LossFinder& finder) {
+template <class ReadsBack>
+void FindUnclaimed(std::string_view sField, const CStringArray& claimed, const Names& written, ReadsBack readsBack,
+                   LossFinder& finder) {
   for (const CString& s : claimed) {
-    if (!s.IsEmpty() && !written.contains(s.View())) {
+    if (!s.IsEmpty() && !(written.contains(s.View()) && readsBack(s))) {
       finder.Tell("CBDlibraryEntities", sField, Fate::dropped, kFromDesign, ValueText(s));
     }
   }
@@ -200,7 +203,8 @@ void FindUnclaimed(std::string_view sField, const CExPtrArray<X*, X*>* pClaimed,
   for (const X* p : *pClaimed) {
     if (p == nullptr || p->m_sName.IsEmpty()) continue;
     // Each object is claimed for its own side and for the other one.
-    bool bWritten = written.contains(p->m_sName.View()) && (p->m_sSide.IsEmpty() || p->m_sSide == "B");
+    bool bWritten = written.contains(p->m_sName.View()) && ReadsBackBare(p->m_sName.View()) &&
+                    (p->m_sSide.IsEmpty() || p->m_sSide == "B");
     std::string sValue = ValueText(p->m_sName);
     if (!p->m_sSide.IsEmpty()) sValue += " " + ValueText(p->m_sSide);
     if constexpr (requires { p->m_sFlip; }) {
@@ -251,9 +255,13 @@ void FindParameterLosses(const CBDparameter& parameter, LossFinder& finder) {
 
 void FindEntityLosses(const CBDlibraryEntities& entities, const CBDboardContainer& board,
                       const CBDfootprintContainer& library, LossFinder& finder) {
-  FindUnclaimed("m_aParts", entities.m_aParts, NamesOf<&CBDcomponent::m_sPart>(board.m_pComponentArray), finder);
-  FindUnclaimed("m_aPackages", entities.m_aPackages, NamesOf<&CBDcomponent::m_sPackage>(board.m_pComponentArray),
-                finder);
+  using Part = ledger_detail::QuotedIfTest<"() ">;
+  FindUnclaimed(
+      "m_aParts", entities.m_aParts, NamesOf<&CBDcomponent::m_sPart>(board.m_pComponentArray),
+      [](const CString& s) { return !Part::Lost(s, {}); }, finder);
+  FindUnclaimed(
+      "m_aPackages", entities.m_aPackages, NamesOf<&CBDcomponent::m_sPackage>(board.m_pComponentArray),
+      [](const CString& s) { return ReadsBackBare(s.View()); }, finder);
   FindUnclaimed("m_pLibFootprintArray", entities.m_pLibFootprintArray,
                 NamesOf<&CBDfootprint::m_sName>(library.m_pFootprintArray), finder);
   FindUnclaimed("m_pLibPadstackArray", entities.m_pLibPadstackArray,

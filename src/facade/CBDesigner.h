@@ -101,8 +101,9 @@ class CBDesigner : public laminate::Pooled {
   ///     (parameter ...) (libraryEntities ...))
   /// where each section may be absent and their order does not matter.
   int nReadOtherAndPutInVDB(CECadCls* pReader);
-  /// Reads one "layer" form of the board layout and appends its shapes to the board. Always 0. The node stays the
-  /// caller's.
+  /// Reads one "layer" form of the board layout and appends its shapes to the board; the form is shown in
+  /// board/LayerTranslator.h. Rules, messages and infos in it are passed over, of a "refer" the first shape is kept,
+  /// and a layer that only tells of another ("drawOf", "infoOf") gives none. Always 0. The node stays the caller's.
   int nReadBoardLayerAndPutInVDB(CECadClsLvl* pNode);
   /// Reads one "component" form and appends the component to the board. Always 0. The node stays the caller's.
   int nReadComponentAndPutInVDB(CECadClsLvl* pNode);
@@ -138,11 +139,19 @@ class CBDesigner : public laminate::Pooled {
   /// ".tcf", ".pkf" (not with null `pPackages`) and ".cdf". Null part, pin-assign and function arrays count as empty.
   /// The arrays stay the caller's; `pBDesigner` has no effect. Always 0.
   ///
-  /// Each file appears whole: it is written beside its name and renamed into place when it is complete. A file that
-  /// cannot be written raises `CFileException` with its name and the cause; files already in place stay.
+  /// The ".tcf" is indented by 2 and the ".pkf" by 4, with "%%" made "%" and lines of more than 1023 bytes broken; a
+  /// line there that begins with a blank shows a message box. Since brackets in names count as brackets, an unclosed
+  /// one moves all that follows: a name of n of them in front of m lines costs n times m blanks. The other files are
+  /// flush left.
+  ///
+  /// Each file appears whole: it is written beside its name and renamed into place when it is complete, under the mode
+  /// of the file that it replaces; hard links to that one, its owner and further attributes are not kept. A file that
+  /// cannot be written raises `CFileException` with its name and the cause; files already in place stay. A null
+  /// container of this root raises `CInvalidArgException` before any file is touched, and failing memory
+  /// `CMemoryException`. The database must not change meanwhile.
   ///
   /// Writing changes the database in small ways that the writers' classes tell, such as "%" becoming "%%" in net names:
-  /// a second call writes those changes once more.
+  /// a second call writes those changes once more, also when the first one failed.
   int nPrint2File(CString sPath, CBDesigner* pBDesigner, CVRXoutPackageArray* pPackages, CVRXoutPrfPartArray* pParts,
                   CVRXoutPrfPinAssignArray* pPinAssigns, CVRXoutPrfFunctionArray* pFunctions);
 

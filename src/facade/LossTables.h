@@ -2,8 +2,8 @@
 // The engine that finds what an export loses: tables that say, per class and field, what is left of the field when the
 // written file is read again, and that find the values for which that is a loss.
 //
-//   constexpr auto kNet = Losses<CBDnet>("CBDnet", Percent<&CBDnet::m_sName>(kQuoted),
-//   Constant<&CBDnet::m_sLockMode>("UNFIXED"));
+//   constexpr auto kNet = Losses<CBDnet>("CBDnet", QuotedDoubled<&CBDnet::m_sName, false>(),
+//                                        Constant<&CBDnet::m_sLockMode, "UNFIXED">());
 //   ...
 //   kNet.Find(net, finder);
 #include <array>
@@ -161,9 +161,10 @@ struct SixDigitsTest {
 };
 struct BareTest {
   static bool Lost(const CString& s, const CString&) { return !ReadsBackBare(s.View()); }
+  // An empty text is no element when it is read.
   static bool Lost(const CStringArray& texts, const CStringArray&) {
     for (const CString& s : texts) {
-      if (!ReadsBackBare(s.View())) return true;
+      if (s.IsEmpty() || !ReadsBackBare(s.View())) return true;
     }
     return false;
   }

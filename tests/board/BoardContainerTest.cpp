@@ -9,9 +9,11 @@
 #include "board/CBDcomponent.h"
 #include "board/CBDnet.h"
 #include "board/CBDsubBoard.h"
+#include "board/LayerTranslator.h"
 #include "drawobj/CBDcircle.h"
 #include "drawobj/CBDdelete.h"
 #include "drawobj/CBDline.h"
+#include "reader/ObjectRow.h"
 #include "technology/RecordTestSupport.h"
 
 namespace {
@@ -70,6 +72,9 @@ TEST(LayoutGathering, ByNumber) {
   EXPECT_EQ("1 2 3 3 2", Gathered("1 2 3 2 3"));
   EXPECT_EQ("1 1 1 2", Gathered("1 2 1 1"));
   EXPECT_EQ("1 2 3 3 2 4 2", Gathered("1 2 3 2 3 4 2"));
+  // Nor does a gathered layout stay as it is: the second "a" leads now.
+  EXPECT_EQ("2 2 a a 1 1 b", Gathered("2 a 1 1 b 2 a"));
+  EXPECT_EQ("2 2 a a b 1 1", Gathered("2 2 a a 1 1 b"));
 }
 
 TEST(LayoutGathering, ByName) {
@@ -127,8 +132,10 @@ TEST(LayoutGathering, EqualsThePlainPassesOnRandomLayouts) {
   const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
   const std::vector<std::string> names = {"", "a", "b", "c", "long name of a layer 1", "long name of a layer 2", "1"};
   for (int nRound = 0; nRound < 4000; ++nRound) {
-    const int nShapes = below(nRound % 10 == 0 ? 120 : 14);
-    const int nNumbers = 1 + below(5);
+    // Some have more layers than are found without a search.
+    const bool bMany = nRound % 200 == 0;
+    const int nShapes = bMany ? 900 : below(nRound % 10 == 0 ? 120 : 14);
+    const int nNumbers = bMany ? 400 : 1 + below(5);
     const int nNames = 1 + below(static_cast<int>(names.size()));
     const int nZeros = below(4);  // how often a number is 0
     CBDboardContainer board;
@@ -136,6 +143,7 @@ TEST(LayoutGathering, EqualsThePlainPassesOnRandomLayouts) {
     for (int i = 0; i < nShapes; ++i) {
       const int nNumber = below(4) < nZeros ? 0 : below(nNumbers) - 1;
       layers.push_back({nNumber, names[static_cast<std::size_t>(below(nNames))], ""});
+      if (bMany && below(2) == 0) layers.back().name += std::to_string(below(nNumbers));
     }
     Fill(board, layers);
     const std::vector<CBDdrawObj*> expected = PlainlyGathered(*board.m_pDrawObjArray);
@@ -178,13 +186,18 @@ TEST(LayoutGathering, TakesLinearTime) {
   EXPECT_LT(nChanges, 100);
 }
 
-TEST(LayoutGathering, TakesNoLongerForNumbersThatAHashTableWouldMix) {
-  // 50,000 numbers that fall into one bucket of a table of this prime size, four shapes of each.
-  CBDboardContainer board;
-  for (int i = 0; i < 200000; ++i) board.m_pDrawObjArray->Add(Shape({(i % 50000 - 25000) * 85229, "", ""}));
-  const std::clock_t start = std::clock();
-  board.vSortDrawObjForLayerOrder();
-  EXPECT_LT((std::clock() - start) / CLOCKS_PER_SEC, 3);
+TEST(LayoutGathering, TakesNoLongerForManyLayers) {
+  const auto seconds = [](auto layerOf) {
+    CBDboardContainer board;
+    for (int i = 0; i < 200000; ++i) board.m_pDrawObjArray->Add(Shape(layerOf(i)));
+    const std::clock_t start = std::clock();
+    board.vSortDrawObjForLayerOrder();
+    return static_cast<double>(std::clock() - start) / CLOCKS_PER_SEC;
+  };
+  EXPECT_LT(seconds([](int i) { return Layer{i, "", ""}; }), 3);
+  EXPECT_LT(seconds([](int i) { return Layer{0, std::to_string(i), ""}; }), 3);
+  // 50,000 numbers that fall into one bucket of a hash table of this prime size, four shapes of each.
+  EXPECT_LT(seconds([](int i) { return Layer{(i % 50000 - 25000) * 85229, "", ""}; }), 3);
 }
 
 TEST(LayoutGathering, LeavesTheOrderWhenMemoryFails) {
@@ -296,6 +309,73 @@ TEST(BoardWriting, LayerBlocks) {
   // And a name stays remembered while copper passes.
   EXPECT_EQ("(layer (conductive 1)x)(layer (nonConductive SILK)x)(layer (conductive 2)xx)",
             Layers({one, silk, {2, "SILK", "conductive"}, silk}));
+}
+
+TEST(BoardWriting, HeadersOfLayerBlocks) {
+  const struct {
+    std::vector<Layer> layers;
+    const char* text;
+  } cases[] = {
+      // The name decides, whatever the type; the number does, whatever name and type.
+      {{{0, "X", "nonConductive"}, {0, "X", "systemLayer"}}, "(layer (nonConductive X)xx)"},
+      {{{0, "X", "foo"}, {0, "X", "systemLayer"}}, "xx)"},
+      {{{2, "SILK", "nonConductive"}}, "(layer (conductive 2)x)"},
+      {{{2, "a", ""}, {2, "b", "systemLayer"}}, "(layer (conductive 2)xx)"},
+      {{{-1, "", ""}}, "(layer (conductive -1)x)"},
+      // Copper of number 0 is of no known type.
+      {{{0, "x", "conductive"}}, "x)"},
+      // Any kind may be first.
+      {{{0, "HOLE", "systemLayer"}, {1, "", ""}}, "(layer (systemLayer (type HOLE))x)(layer (conductive 1)x)"},
+      {{{0, "SILK", "nonConductive"}, {1, "", ""}}, "(layer (nonConductive SILK)x)(layer (conductive 1)x)"},
+      {{{0, "", "systemLayer"}}, "(layer (systemLayer (type ))x)"},
+      // Brackets alone bring quotes.
+      {{{0, "S(", "nonConductive"}}, "(layer (nonConductive \"S(\")x)"},
+      {{{0, "S)", "nonConductive"}}, "(layer (nonConductive \"S)\")x)"},
+      {{{0, "S(", "systemLayer"}}, "(layer (systemLayer (type \"S(\"))x)"},
+      {{{0, "S T", "systemLayer"}}, "(layer (systemLayer (type S T))x)"},
+      {{{0, "50% %s\"", "nonConductive"}}, "(layer (nonConductive 50% %s\")x)"},
+  };
+  for (const auto& [layers, text] : cases) EXPECT_EQ(text, Layers(layers));
+}
+
+TEST(BoardWriting, EmptySlotsAreNothing) {
+  CBDboardContainer board;
+  const Layer one{1, "", ""};
+  const Layer silk{0, "S", "nonConductive"};
+  for (const Layer* p : {static_cast<const Layer*>(nullptr), &one, static_cast<const Layer*>(nullptr), &one, &silk,
+                         static_cast<const Layer*>(nullptr)}) {
+    board.m_pDrawObjArray->Add(p == nullptr ? nullptr : Shape(*p));
+  }
+  board.m_pCompGroupArray->Add(nullptr);
+  board.m_pCompGroupArray->Add(new CBDcompGroup);
+  EXPECT_EQ(SectionText("", Printed(*board.m_pCompGroupArray->GetAt(1)), "",
+                        "(layer (conductive 1)\n(delete\n)\n(delete\n)\n)\n(layer (nonConductive S)\n(delete\n)\n)\n"),
+            Printed(board));
+}
+
+// What was read stands in the same layers when it is read from what was written, in the gathered order.
+TEST(BoardWriting, LayersComeBack) {
+  const auto read = [](const std::string& text, CBDboardContainer& board) {
+    Tree tree(text);
+    const CECadClsLvl& layout = *laminate::FindChild(*laminate::FindChild(tree.Form(), "boardLayout"), "layout");
+    laminate::ForEachChild(layout, [&board](const CECadClsLvl& layer) { laminate::ReadBoardLayer(&layer, board); });
+  };
+  CBDboardContainer board;
+  read(
+      "(boardContainer (boardLayout (layout (layer (conductive 2) (oval)) (layer (nonConductive \"S(1)\") (oval)) "
+      "(layer (conductive 1) (oval) (oval)) (layer (systemLayer (type H)) (oval)) (layer (conductive 2) "
+      "(oval)) "
+      "(layer (nonConductive \"S(1)\") (oval)))))",
+      board);
+  const std::string text = Printed(board);
+  const std::string shapes = Str(*board.m_pDrawObjArray);
+  EXPECT_EQ(
+      "OVAL@conductive/2/2 OVAL@conductive/2/2 OVAL@nonConductive/S(1)/0 OVAL@nonConductive/S(1)/0 "
+      "OVAL@conductive/1/1 OVAL@conductive/1/1 OVAL@systemLayer/H/0",
+      shapes);
+  CBDboardContainer again;
+  read(text, again);
+  EXPECT_EQ(shapes, Str(*again.m_pDrawObjArray));
 }
 
 TEST(BoardWriting, LinesOfLayerBlocks) {

@@ -5,11 +5,13 @@
 #include "base/AllocationFault.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcompGroup.h"
+#include "board/CBDlayerParameter.h"
 #include "board/CBDlibraryEntities.h"
 #include "board/CBDnet.h"
 #include "board/CBDparameter.h"
 #include "board/CBDsubBoard.h"
 #include "board/CBDtextSize.h"
+#include "board/CBDvisibleLayerSet.h"
 #include "reader/Grammar.h"
 #include "technology/CBDtechnologyContainer.h"
 #include "technology/RecordTestSupport.h"
@@ -45,6 +47,7 @@ struct Database {
     s += " boards";
     for (const CBDsubBoard* p : *board.m_pSubBoardArray) s += " " + std::to_string(p->m_nId) + Str(p->m_sRelativePath);
     s += " parts " + Str(libraryEntities.m_aParts) + " sizes " + std::to_string(parameter.m_pTextSizeArray->GetSize());
+    if (!board.m_pDrawObjArray->IsEmpty()) s += " shapes " + Str(*board.m_pDrawObjArray);
     return s;
   }
 };
@@ -105,6 +108,9 @@ TEST(OthersTranslation, Roots) {
        "2.0  nets groups boards 1 parts  sizes 0"},
       {"(pcf (boardContainer (nets (net A)) (nets (net B))) (boardContainer (nets (net C))))", 0,
        "2.0  nets A groups boards parts  sizes 0"},
+      {"(pcf (parameter (textSizeParameters (textSize 1))) (parameter (textSizeParameters (textSize 1) (textSize 2))) "
+       "(libraryEntities (part A)) (libraryEntities (part B)))",
+       0, "2.0  nets groups boards parts 'A' sizes 1"},
   };
   for (const auto& test : cases) {
     SCOPED_TRACE(test.text);
@@ -138,6 +144,11 @@ TEST(OthersTranslation, FaultsEndItAndWhatWasReadStays) {
       {"groups before nets",
        "(pcf (boardContainer (nets (net A)) (compGroups (compGroup G) (compGroup)) (subBoards (subBoard 1))))",
        "\"compGroup\" has no value 1", "2.0  nets groups G boards 1 parts  sizes 0"},
+      {"a group with shapes in it already",
+       "(pcf (boardContainer (compGroups (compGroup G) (compGroup H (list A) (layout (layer (circle 1.0) "
+       "(boardAssembly "
+       "(geometry (oval))) (oval (width)))))) (nets (net A))))",
+       "\"width\" has no value 1", "2.0  nets groups G boards parts  sizes 0 shapes OVAL@//0"},
       {"nets before parameters",
        "(pcf (parameter (textSizeParameters (textSize 1))) (boardContainer (nets (net A) (net B (type)))))",
        "\"type\" has no value 1", "2.0  nets A groups boards parts  sizes 0"},
@@ -157,10 +168,13 @@ TEST(OthersTranslation, FaultsEndItAndWhatWasReadStays) {
 
 TEST(OthersTranslation, AddsToWhatIsThere) {
   Database database;
-  database.Read("(pcf (boardContainer (nets (net A)) (subBoards (subBoard 1)) (compGroups (compGroup G))))");
+  const std::string settings = "(parameter (textSizeParameters (textSize 1))) (libraryEntities (part P))";
+  database.Read("(pcf (boardContainer (nets (net A)) (subBoards (subBoard 1)) (compGroups (compGroup G)))" + settings +
+                ")");
   database.Read(
-      "(pcf (header (version 5)) (boardContainer (nets (net B)) (subBoards (subBoard 2)) (compGroups (compGroup H))))");
-  EXPECT_EQ("5  nets A B groups G H boards 1 2 parts  sizes 0", database.Show());
+      "(pcf (header (version 5)) (boardContainer (nets (net B)) (subBoards (subBoard 2)) (compGroups (compGroup H)))" +
+      settings + ")");
+  EXPECT_EQ("5  nets A B groups G H boards 1 2 parts 'P','P' sizes 2", database.Show());
 }
 
 TEST(OthersTranslation, MakesANewNetArrayWhereItWasTaken) {
@@ -213,15 +227,30 @@ TEST(OthersTranslation, ShapesInsideAGroupsBoardAssemblyGoToTheBoard) {
       "(pcf (boardContainer (compGroups (compGroup G (layout (layer (conductive 1) (boardAssembly (geometry (circle "
       "1.0)))))))))");
   EXPECT_EQ("DRAWSUBBOARD@conductive/1/1", Str(*database.board.m_pCompGroupArray->GetAt(0)->m_pDrawObjArray));
-  EXPECT_EQ(1, database.board.m_pDrawObjArray->GetSize());
+  EXPECT_EQ("CIRCLE@conductive/1/1", Str(*database.board.m_pDrawObjArray));
+  delete std::exchange(database.board.m_pDrawObjArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] {
+              database.Read(
+                  "(pcf (boardContainer (compGroups (compGroup G (layout (layer (boardAssembly (geometry "
+                  "(circle 1.0)))))))))");
+            }));
+  EXPECT_EQ(1, database.board.m_pCompGroupArray->GetSize());
 }
 
 TEST(OthersTranslation, EndsSoundlyWithoutMemory) {
-  std::string nets;
-  for (int i = 0; i < 200; ++i) nets += " (net N)";
+  const auto times = [](int n, const char* szForm) {
+    std::string s;
+    for (int i = 0; i < n; ++i) s += szForm;
+    return s;
+  };
   Tree tree("(pcf (header (version 1)) " + kTechnology +
-            "(boardContainer (subBoards (subBoard 1 (relativePath p))) (compGroups (compGroup G (list A))) (nets" +
-            nets + " (net LAST (comp A) (comp B) (comp C)))))");
+            "(boardContainer (subBoards (subBoard 1 (relativePath p))) (compGroups" +
+            times(40, "(compGroup G (list A B) (layout (layer (conductive 1) (oval) (refer (circle 1.0)))))") +
+            ") (nets" + times(200, "(net N)") + " (net LAST (comp A) (comp B) (comp C)))) (parameter (layerParameters" +
+            times(150, "(layer (conductive 1) (colorId 3))") + ") (visibleLayerSet" +
+            times(100, "(set S (layer (conductive 1) (visible YES)))") + ") (textSizeParameters" +
+            times(200, "(textSize 1)") + ")) (libraryEntities" +
+            times(100, "(part A)(package K)(footprint F)(pad P)(padstack V)") + "))");
   std::unique_ptr<Database> pDatabase;
   int nFailures = 0;
   using laminate::test::AllocationFault;
@@ -246,9 +275,27 @@ TEST(OthersTranslation, EndsSoundlyWithoutMemory) {
       EXPECT_EQ(0, laminate::ReadOthers(&tree.Reader(), target));
       ASSERT_EQ(nNets + 201, pDatabase->board.m_pNetArray->GetSize());
       EXPECT_EQ(3, pDatabase->board.m_pNetArray->GetLastElement()->m_pRefPinArray->GetSize());
+      const auto expectWhole = [](const auto* pArray, INT_PTR nAtLeast, auto isWhole) {
+        EXPECT_GE(pArray->GetSize(), nAtLeast);
+        for (const auto* p : *pArray) ASSERT_TRUE(p != nullptr && isWhole(*p));
+      };
+      expectWhole(pDatabase->board.m_pCompGroupArray, 40, [](const CBDcompGroup& group) {
+        return group.m_aList.GetSize() == 2 && group.m_pDrawObjArray->GetSize() == 2;
+      });
+      const CBDparameter& parameter = pDatabase->parameter;
+      expectWhole(parameter.m_pLayerParameterArray, 150,
+                  [](const CBDlayerParameter& layer) { return layer.m_nColorId == 3; });
+      expectWhole(parameter.m_pVisibleLayerSetArray, 100,
+                  [](const CBDvisibleLayerSet& set) { return set.m_aLayers.GetSize() == 1; });
+      expectWhole(parameter.m_pTextSizeArray, 200, [](const CBDtextSize& size) { return size.m_nId == 1; });
+      const CBDlibraryEntities& entities = pDatabase->libraryEntities;
+      const auto isNamed = [](const auto& object) { return !object.m_sName.IsEmpty(); };
+      expectWhole(entities.m_pLibFootprintArray, 100, isNamed);
+      expectWhole(entities.m_pLibPadArray, 100, isNamed);
+      expectWhole(entities.m_pLibPadstackArray, 100, isNamed);
     }
   }
-  EXPECT_GT(nFailures, 4);
+  EXPECT_GT(nFailures, 20);
 }
 
 // Room that cannot be given back is kept: it must not cost a section that was read.

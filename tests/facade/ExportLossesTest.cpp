@@ -408,6 +408,13 @@ const Row kRows[] = {
      {"m_pBoardContainer.m_pCompGroupArray[G] CBDcompGroup.m_aList normalised=R1 R 2",
       "m_pBoardContainer.m_pCompGroupArray[G] CBDcompGroup.m_sSide constant=TOP",
       "m_pBoardContainer.m_pCompGroupArray[G] CBDcompGroup.m_nPen constant=7"}},
+    {"a group's reference without a name",
+     [](CBDesigner& root) {
+       CBDcompGroup& group = Group(root);
+       group.m_aList.Add("R1");
+       group.m_aList.Add("");
+     },
+     {"m_pBoardContainer.m_pCompGroupArray[G] CBDcompGroup.m_aList normalised=R1 "}},
     {"a net's constants",
      [](CBDesigner& root) {
        CBDnet& net = Net(root);
@@ -461,6 +468,10 @@ const Row kRows[] = {
      [](CBDesigner& root) { LayerParameter(root).m_sDisplayMode = "EMPTY"; },
      {"m_pParameter.m_pLayerParameterArray[0] CBDlayerParameter.m_sDisplayMode dropped=EMPTY"}},
     {"a layer parameter with its layer", [](CBDesigner& root) { LayerParameter(root); }, {}},
+    {"a layer parameter with its number alone", [](CBDesigner& root) { LayerParameter(root).m_sLayerName = ""; }, {}},
+    {"a layer parameter with another name than its number",
+     [](CBDesigner& root) { LayerParameter(root).m_sLayerName = "top"; },
+     {"m_pParameter.m_pLayerParameterArray[0] CBDlayerParameter.m_sLayerName normalised=top"}},
     {"claims on the library",
      [](CBDesigner& root) {
        CBDlibraryEntities& claims = *root.m_pLibraryEntities;
@@ -480,6 +491,29 @@ const Row kRows[] = {
       "m_pLibraryEntities CBDlibraryEntities.m_aPackages dropped=gone",
       "m_pLibraryEntities CBDlibraryEntities.m_pLibFootprintArray dropped=F A",
       "m_pLibraryEntities CBDlibraryEntities.m_pLibPadArray dropped=P"}},
+
+    {"claims whose names do not read back without quotes",
+     [](CBDesigner& root) {
+       CBDlibraryEntities& claims = *root.m_pLibraryEntities;
+       for (const char* sz : {"x 1", "x\"1"}) {
+         CBDcomponent& component = Add<CBDcomponent>(root.m_pBoardContainer->m_pComponentArray);
+         component.m_sPart = component.m_sPackage = sz;
+         claims.m_aParts.Add(sz);
+         claims.m_aPackages.Add(sz);
+         Footprint(root).m_sName = sz;
+         Add<CBDlibFootprint>(claims.m_pLibFootprintArray).m_sName = sz;
+       }
+     },
+     {"m_pFootprintContainer.m_pFootprintArray[x 1] CBDfootprint.m_sName normalised=x 1",
+      "m_pFootprintContainer.m_pFootprintArray[x\"1] CBDfootprint.m_sName normalised=x\"1",
+      "m_pBoardContainer.m_pComponentArray[0] CBDcomponent.m_sPackage normalised=x 1",
+      "m_pBoardContainer.m_pComponentArray[1] CBDcomponent.m_sPart normalised=x\"1",
+      "m_pBoardContainer.m_pComponentArray[1] CBDcomponent.m_sPackage normalised=x\"1",
+      "m_pLibraryEntities CBDlibraryEntities.m_aParts dropped=x\"1",
+      "m_pLibraryEntities CBDlibraryEntities.m_aPackages dropped=x 1",
+      "m_pLibraryEntities CBDlibraryEntities.m_aPackages dropped=x\"1",
+      "m_pLibraryEntities CBDlibraryEntities.m_pLibFootprintArray dropped=x 1",
+      "m_pLibraryEntities CBDlibraryEntities.m_pLibFootprintArray dropped=x\"1"}},
 
     // shapes of the layout
     {"a line that is kept",

@@ -309,6 +309,22 @@ void ForEachRobbed(CECadClsLvl& node, Callback callback) {
   for (CECadClsLvl* pChild : *pChildren) ForEachRobbed(*pChild, callback);
 }
 
+TEST_F(Load, PutsTheShapesOfAllLayersInTheirOrder) {
+  const CString sPath = Board(BoardText(
+      "(boardLayout\n(layout\n(layer (conductive 1)\n(circle 1.0)\n(oval)\n)\n(layer (infoOf 1)\n(circle 1.0)\n)\n"
+      "(layer (nonConductive S)\n(donut)\n)\n)\n)\n"));
+  std::string sExpected;
+  for (int i = 0; i < 2; ++i) {
+    root.vParsePCF(sPath);
+    sExpected += "CIRCLE@1 OVAL@1 DONUT@S ";
+    std::string s;
+    for (const CBDdrawObj* p : *Contents().m_pDrawObjArray) {
+      s += std::string(p->m_sKind.View()) + "@" + std::string(p->m_sLayerName.View()) + " ";
+    }
+    EXPECT_EQ(s, sExpected);
+  }
+}
+
 TEST_F(Load, RaisesForANodeWithoutItsArray) {
   CECadCls reader;
   reader.m_sFileName = folder.Write(

@@ -249,6 +249,11 @@ TEST(Root, ReadsComponentsAndLayers) {
   pLayer->m_pChildren->Add(Node("circle", {"1.0"}).release());
   EXPECT_EQ(root.nReadBoardLayerAndPutInVDB(pLayer.get()), 0);
   EXPECT_EQ(root.m_pBoardContainer->m_pDrawObjArray->GetAt(0)->m_nLayerNumber, 2);
+  // A layer that gives nothing is read as well as any other.
+  const auto pInfo = Node("layer", {});
+  pInfo->m_pChildren->Add(Node("infoOf", {}).release());
+  EXPECT_EQ(root.nReadBoardLayerAndPutInVDB(pInfo.get()), 0);
+  EXPECT_EQ(root.m_pBoardContainer->m_pDrawObjArray->GetSize(), 1);
   EXPECT_THROW(root.nReadComponentAndPutInVDB(nullptr), CInvalidArgException);
   EXPECT_THROW(root.nReadBoardLayerAndPutInVDB(nullptr), CInvalidArgException);
 }
@@ -448,8 +453,33 @@ TEST(Root, WritesItsLibrarySectionFromItsContainers) {
   MemoryLog text;
   EXPECT_EQ(root.m_pLibraryEntities->nPrint2File(text.Stream(), &root), 0);
   EXPECT_EQ(text.Text(), "(libraryEntities\n)\n");
-  EXPECT_THROW(root.m_pLibraryEntities->nPrint2File(text.Stream(), nullptr), CInvalidArgException);
+  auto* pComponent = new CBDcomponent;
+  pComponent->m_sPart = "A 1";
+  pComponent->m_sPackage = "K";
+  root.m_pBoardContainer->m_pComponentArray->Add(pComponent);
+  const auto addNamed = [](auto* pArray, auto* pObject, const char* szName) {
+    pObject->m_sName = szName;
+    pArray->Add(pObject);
+  };
+  addNamed(root.m_pFootprintContainer->m_pFootprintArray, new CBDfootprint, "F");
+  addNamed(root.m_pFootprintContainer->m_pPadstackArray, new CBDpadstack, "V");
+  addNamed(root.m_pFootprintContainer->m_pPadArray, new CBDpad, "P");
+  MemoryLog full;
+  EXPECT_EQ(root.m_pLibraryEntities->nPrint2File(full.Stream(), &root), 0);
+  EXPECT_EQ(full.Text(),
+            "(libraryEntities\n(part \"A 1\")\n(package K)\n(footprint F)\n(footprint F (side B))\n(padstack V)\n"
+            "(padstack V (side B) (flip X))\n(pad P)\n(pad P (side B) (flip X))\n)\n");
+  const std::string written = full.Text();
+  EXPECT_THROW(root.m_pLibraryEntities->nPrint2File(full.Stream(), nullptr), CInvalidArgException);
   EXPECT_THROW(root.m_pLibraryEntities->nPrint2File(nullptr, &root), CInvalidArgException);
+  {
+    const std::unique_ptr<CBDboardContainer> pBoard(std::exchange(root.m_pBoardContainer, nullptr));
+    EXPECT_THROW(root.m_pLibraryEntities->nPrint2File(full.Stream(), &root), CInvalidArgException);
+  }
+  root.m_pBoardContainer = new CBDboardContainer;
+  const std::unique_ptr<CBDfootprintContainer> pLibrary(std::exchange(root.m_pFootprintContainer, nullptr));
+  EXPECT_THROW(root.m_pLibraryEntities->nPrint2File(full.Stream(), &root), CInvalidArgException);
+  EXPECT_EQ(full.Text(), written);
 }
 
 }  // namespace
