@@ -72,7 +72,7 @@ constexpr auto kComponent = Losses<CBDcomponent>(
     Bare<&CBDcomponent::m_sReference>(),
     Custom<CBDcomponent>("m_nGateCount", Fate::normalised, "the number of gates", &LosesGateCount),
     Kept<&CBDcomponent::m_nPinCount>(),
-    QuotedIf<&CBDcomponent::m_sPart, "() ">("in quotes only if it holds a bracket or a blank"),
+    QuotedIf<&CBDcomponent::m_sPart, true, "() ">("in quotes only if it holds a bracket or a blank"),
     Bare<&CBDcomponent::m_sStockId>(), Bare<&CBDcomponent::m_sPackage>(), Bare<&CBDcomponent::m_sFootprintSpec>(),
     Bare<&CBDcomponent::m_sFootprint>(), Bare<&CBDcomponent::m_sReverseFootprint>(),
     Custom<CBDcomponent>("m_sOriginalReference", Fate::normalised, "the reference stands in its place",

@@ -23,27 +23,24 @@ namespace laminate {
 
 namespace {
 
-// The format knows 36 conductive layers; a name that begins with one of their numbers is taken for it.
-constexpr int kConductiveLayers = 36;
-
 constexpr auto kTechnology = Losses<CBDtechnologyContainer>(
     "CBDtechnologyContainer", Bare<&CBDtechnologyContainer::m_sName>(),
     Kept<&CBDtechnologyContainer::m_nConductorLayers>(), Kept<&CBDtechnologyContainer::m_pFootprintLayerArray>(),
     Kept<&CBDtechnologyContainer::m_pNonConductiveLayerArray>(), Kept<&CBDtechnologyContainer::m_pCondLayerArray>(),
     Kept<&CBDtechnologyContainer::m_pSubLayerArray>("but for those of another kind than the three"),
     Kept<&CBDtechnologyContainer::m_pMapArray>());
-constexpr auto kFootprintLayer = Losses<CBDfootprintLayer>("CBDfootprintLayer", QuotedIf<&CBDfootprintLayer::m_sName>(),
-                                                           Bare<&CBDfootprintLayer::m_sType>());
+constexpr auto kFootprintLayer = Losses<CBDfootprintLayer>(
+    "CBDfootprintLayer", QuotedIf<&CBDfootprintLayer::m_sName, false>(), Bare<&CBDfootprintLayer::m_sType>());
 constexpr auto kNonConductiveLayer = Losses<CBDnonConductiveLayer>(
     "CBDnonConductiveLayer", Dropped<&CBDnonConductiveLayer::m_nSortKey>(), QuotedIf<&CBDnonConductiveLayer::m_sName>(),
-    Kept<&CBDnonConductiveLayer::m_aProperties>());
-constexpr auto kCondLayer =
-    Losses<CBDcondLayer>("CBDcondLayer", Kept<&CBDcondLayer::m_nLayerNumber>(), Dropped<&CBDcondLayer::m_nProperty>(),
-                         Bare<&CBDcondLayer::m_sType>(), Bare<&CBDcondLayer::m_sSoldering>(),
-                         Kept<&CBDcondLayer::m_aProperties>(), Kept<&CBDcondLayer::m_pRefArray>());
-constexpr auto kCondLayerRef =
-    Losses<CBDcondLayerRef>("CBDcondLayerRef", QuotedIf<&CBDcondLayerRef::m_sName>(), Bare<&CBDcondLayerRef::m_sType>(),
-                            Told<&CBDcondLayerRef::m_nUserDefType>(Fate::constant, "0"));
+    Kept<&CBDnonConductiveLayer::m_aProperties>("in a form that is not read"));
+constexpr auto kCondLayer = Losses<CBDcondLayer>(
+    "CBDcondLayer", Kept<&CBDcondLayer::m_nLayerNumber>(), Dropped<&CBDcondLayer::m_nProperty>(),
+    Bare<&CBDcondLayer::m_sType>(), Bare<&CBDcondLayer::m_sSoldering>(),
+    Kept<&CBDcondLayer::m_aProperties>("in a form that is not read"), Kept<&CBDcondLayer::m_pRefArray>());
+constexpr auto kCondLayerRef = Losses<CBDcondLayerRef>("CBDcondLayerRef", QuotedIf<&CBDcondLayerRef::m_sName, false>(),
+                                                       Bare<&CBDcondLayerRef::m_sType>(),
+                                                       Told<&CBDcondLayerRef::m_nUserDefType>(Fate::constant, "0"));
 constexpr auto kSubLayer =
     Losses<CBDsubLayer>("CBDsubLayer", Told<&CBDsubLayer::m_sKind>(Fate::dropped, "no file sets it"),
                         Kept<&CBDsubLayer::m_sLayerKind>(), QuotedIf<&CBDsubLayer::m_sName>());
@@ -52,7 +49,7 @@ constexpr auto kMap = Losses<CBDmap>("CBDmap", Bare<&CBDmap::m_sName>(), Kept<&C
 bool LosesBoardLayer(const CBDcorrespondence& p, std::string& sValue) {
   for (const CString& s : p.m_aBoardLayers) {
     const int n = Atoi(s.View());
-    const bool bKept = n >= 1 && n <= kConductiveLayers
+    const bool bKept = n >= 1 && n <= kMaxConductiveLayer
                            ? s.View() == std::to_string(n)
                            : (s.View().find_first_of("()") == std::string_view::npos ? ReadsBackBare(s.View())
                                                                                      : ReadsBackQuoted(s.View(), true));
@@ -71,11 +68,11 @@ constexpr auto kCorrespondence = Losses<CBDcorrespondence>(
         &LosesBoardLayer));
 
 constexpr auto kPad =
-    Losses<CBDpad>("CBDpad", Kept<&CBDpad::m_nUver>(), Bare<&CBDpad::m_sName>(), Kept<&CBDpad::m_pDrawObjArray>(),
-                   Kept<&CBDpad::m_rcArea>("in a form that is not read"));
+    Losses<CBDpad>("CBDpad", Kept<&CBDpad::m_nUver>("in a form that is not read"), Bare<&CBDpad::m_sName>(),
+                   Kept<&CBDpad::m_pDrawObjArray>(), Kept<&CBDpad::m_rcArea>("in a form that is not read"));
 constexpr auto kPadstack = Losses<CBDpadstack>(
-    "CBDpadstack", Kept<&CBDpadstack::m_nUver>(), Bare<&CBDpadstack::m_sName>(), Bare<&CBDpadstack::m_sType>(),
-    Bare<&CBDpadstack::m_sThroughMode>(), Bare<&CBDpadstack::m_sIsBuildupVia>(),
+    "CBDpadstack", Kept<&CBDpadstack::m_nUver>("in a form that is not read"), Bare<&CBDpadstack::m_sName>(),
+    Bare<&CBDpadstack::m_sType>(), Bare<&CBDpadstack::m_sThroughMode>(), Bare<&CBDpadstack::m_sIsBuildupVia>(),
     Kept<&CBDpadstack::m_pHole>("the shape of the hole alone"),
     Kept<&CBDpadstack::m_pPadSetArray>("but for those without a pad"),
     Kept<&CBDpadstack::m_rcArea>("in a form that is not read"), Kept<&CBDpadstack::m_aVerbatim>());

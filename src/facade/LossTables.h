@@ -170,11 +170,11 @@ struct BareTest {
   }
 };
 // Between quotes where the text holds one of these characters, bare elsewhere.
-template <Literal kSigns>
+template <Literal kSigns, bool kBracketFollows>
 struct QuotedIfTest {
   static bool Lost(const CString& s, const CString&) {
     return s.View().find_first_of(kSigns.text) == std::string_view::npos ? !ReadsBackBare(s.View())
-                                                                         : !ReadsBackQuoted(s.View(), true);
+                                                                         : !ReadsBackQuoted(s.View(), kBracketFollows);
   }
 };
 template <bool kBracketFollows>
@@ -236,9 +236,9 @@ template <auto kMember>
 constexpr auto Bare() {
   return ledger_detail::Spec<kMember, ledger_detail::BareTest>{Fate::normalised, "without quotes"};
 }
-template <auto kMember, ledger_detail::Literal kSigns = "()">
+template <auto kMember, bool kBracketFollows = true, ledger_detail::Literal kSigns = "()">
 constexpr auto QuotedIf(std::string_view note = "in quotes only if it holds a bracket") {
-  return ledger_detail::Spec<kMember, ledger_detail::QuotedIfTest<kSigns>>{Fate::normalised, note};
+  return ledger_detail::Spec<kMember, ledger_detail::QuotedIfTest<kSigns, kBracketFollows>>{Fate::normalised, note};
 }
 template <auto kMember, bool kBracketFollows = true>
 constexpr auto Quoted() {

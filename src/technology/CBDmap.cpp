@@ -30,9 +30,6 @@ std::unique_ptr<CBDcorrespondence> ReadCorrespondence(const CECadClsLvl& node) {
   return p;
 }
 
-/// The format allows copper layers up to this number.
-constexpr int kMaxConductiveLayer = 36;
-
 void WriteBoardLayer(TextOut& out, const CString& sName) {
   const int nNumber = Atoi(sName.View());
   if (nNumber >= 1 && nNumber <= kMaxConductiveLayer) {

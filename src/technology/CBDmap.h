@@ -8,7 +8,10 @@
 
 namespace laminate {
 class TextOut;
-}
+
+/// The format allows copper layers from 1 up to this number.
+inline constexpr int kMaxConductiveLayer = 36;
+}  // namespace laminate
 
 /// The board layers on which one footprint layer lands.
 class CBDcorrespondence : public laminate::Pooled {
@@ -18,9 +21,9 @@ class CBDcorrespondence : public laminate::Pooled {
   CBDcorrespondence& operator=(const CBDcorrespondence&) = delete;
   virtual ~CBDcorrespondence() = default;
 
-  /// Writes the "correspondence" form. A board layer whose name reads as a number from 1 to 36 is written as a
-  /// conductive one, "PADSTACK" as a system layer, any other as a non-conductive one. Always 0; a null stream raises
-  /// `CInvalidArgException`.
+  /// Writes the "correspondence" form. A board layer whose name reads as a number from 1 to `kMaxConductiveLayer` is
+  /// written as a conductive one, "PADSTACK" as a system layer, any other as a non-conductive one. Always 0; a null
+  /// stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
   void Write(laminate::TextOut& out) const;
 

@@ -3,36 +3,39 @@
 // "..." stands for more of the same, "?" marks what may be absent. Children come in any order, and one that is not
 // named here is passed over.
 //
+// clang-format off
 //   (ftf
-//     (technologyContainer (technology NAME (footprintLayer (LAYER NAME (type TYPE)?) ...)?)?)? CBDtechnologyContainer
+//     (technologyContainer (technology NAME (footprintLayer (LAYER NAME (type TYPE)?) ...)?)?)?    CBDtechnologyContainer
 //     (footprintContainer                                                                          FootprintFileLoad
 //       (pads (pad NAME (geometry SHAPE ...)?) ...)                                                CBDpad
 //       (padstacks                                                                                 CBDpadstack
-//         (padstack NAME (type T) (throughMode M) (isBuildupVia B) (hole (geometry SHAPE)?)
-//           (padSet (footLayer NAME) (connect (pad NAME)) (noconnect (pad NAME)) (thermal (pad NAME))
-//                   (clearance (pad NAME))) ...) ...)
+//         (padstack NAME (type T)? (throughMode M)? (isBuildupVia B)? (hole (geometry SHAPE)?)?
+//           (padSet (footLayer NAME)? (connect (pad NAME)?)? (noconnect (pad NAME)?)? (thermal (pad NAME)?)?
+//                   (clearance (pad NAME)?)?) ...) ...)
 //       (footprints                                                                                CBDfootprint
 //         (footprint NAME (area (box (pt X Y) (pt X Y))) (uver N) (propertyS ITEM COMMENT) (propertyI ITEM COMMENT)
 //           (heelprint (layout LAYER ...)?)                                                        CBDheelprint
 //           (toeprint (pin NAME (pt X Y)? (layout (layer ...) ...)?) ...)) ...))?)                 CBDtoeprintPin
 //
-// where LAYER is a form of any name, ((footLayer NAME)? (FPADSTACK)? SHAPE ...).
+// where LAYER is a form of any name, ((footLayer NAME)? (FPADSTACK)? SHAPE ...). "isBuildupVia", "uver" and the
+// properties count in a load of a whole file only.
 //
 // The technology section of a board file, of which one "technology" is read:
 //
 //   (technologyContainer
 //     (technology NAME (numberOfConductorLayer N)
 //       (footprintLayer (LAYER NAME (type TYPE)) ...)                                              CBDfootprintLayer
-//       (nonConductiveLayer (LAYER NAME (propertyI sortKey N)?) ...) CBDnonConductiveLayer (conductiveLayer
-//       CBDcondLayer
-//         (layerNumber N (type T) (propertyI ITEM N) (soldering S) (refer NAME (type T)) ...) ...)
+//       (nonConductiveLayer (LAYER NAME (propertyI sortKey N)?) ...)                               CBDnonConductiveLayer
+//       (conductiveLayer                                                                           CBDcondLayer
+//         (layerNumber N (type T)? (propertyI ITEM N)? (soldering S)? (refer NAME (type T)) ...) ...)
 //       (subLayer                                                                                  CBDsubLayer
 //         (systemLayer (type NAME)?) ...
-//         (drawLayerOf | infoLayerOf (conductive N) (nonConductive NAME)) ...)
+//         (drawLayerOf | infoLayerOf (conductive N)? (nonConductive NAME)?) ...)
 //       (layerMapping                                                                              CBDmap
 //         (MAP NAME
 //           (correspondence (footLayer NAME)
 //             (boardLayer (conductive N) (nonConductive NAME) (systemLayer (type NAME)) ...)) ...) ...)?) ...)
+// clang-format on
 #include <functional>
 #include <memory>
 

@@ -196,6 +196,17 @@ const Row kRows[] = {
     {"a footprint layer with a blank",
      [](CBDesigner& root) { Add<CBDfootprintLayer>(root.m_pTechnology->m_pFootprintLayerArray).m_sName = "Top 1"; },
      {"m_pTechnology.m_pFootprintLayerArray[Top 1] CBDfootprintLayer.m_sName normalised=Top 1"}},
+    {"a backslash before a quote that no bracket follows",
+     [](CBDesigner& root) {
+       CBDtechnologyContainer& p = *root.m_pTechnology;
+       for (const char* sz : {"(A\\", "(A\\B"}) {
+         Add<CBDfootprintLayer>(p.m_pFootprintLayerArray).m_sName = sz;
+         Add<CBDcondLayerRef>(Add<CBDcondLayer>(p.m_pCondLayerArray).m_pRefArray).m_sName = sz;
+         Add<CBDnonConductiveLayer>(p.m_pNonConductiveLayerArray).m_sName = sz;
+       }
+     },
+     {"m_pTechnology.m_pFootprintLayerArray[(A\\] CBDfootprintLayer.m_sName normalised=(A\\",
+      "m_pTechnology.m_pCondLayerArray[0].m_pRefArray[0] CBDcondLayerRef.m_sName normalised=(A\\"}},
     {"sort key of a non-conductive layer",
      [](CBDesigner& root) {
        Add<CBDnonConductiveLayer>(root.m_pTechnology->m_pNonConductiveLayerArray).m_nSortKey = 5;

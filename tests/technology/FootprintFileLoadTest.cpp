@@ -218,6 +218,78 @@ TEST(FootprintFileLoad, AMissingValueEndsIt) {
   EXPECT_EQ(kHead + "pads\npad-P\n" + kHead + "padstacks\npadstack-V\n", library.FlushedLog());
 }
 
+// Pads and padstacks as either load reads them; "foo" takes the place of a section that is left out.
+std::string Sections(const std::string& pads, const std::string& padstacks) {
+  const auto section = [](const char* szName, const std::string& s) {
+    return "(" + std::string(s.empty() ? "foo" : szName) + "\n" + s + ")\n";
+  };
+  return "(ftf\n(footprintContainer\n" + section("pads", pads) + section("padstacks", padstacks) + ")\n)\n";
+}
+
+TEST(FootprintFileLoad, OnlyRecordsOfTheSectionsOwnKindCount) {
+  const std::string text = Sections("(padstack V)\n(pad P)\n(Pad Q)\n", "(pad P)\n(foo Q)\n(padstack V)\n");
+  Library whole;
+  EXPECT_EQ("", whole.Load(text));
+  EXPECT_EQ(": pP sV", whole.Show());
+  EXPECT_EQ(kHead + "pads\npad-P\npadstacks\npadstack-V\n" + kTail, whole.Log());
+  Library parts;
+  EXPECT_EQ("", parts.LoadPads(text));
+  EXPECT_EQ(": pP sV", parts.Show());
+}
+
+TEST(FootprintFileLoad, AFaultLosesItsRecordAndWhatFollows) {
+  const struct {
+    std::string text;
+    const char* raised;
+    const char* shown;
+    const char* log;
+    int nLine;
+  } cases[] = {
+      {Sections("(pad P)\n(pad Q\n(geometry\n(circle)\n)\n)\n(pad R)\n", "(padstack V)\n"), "\"circle\" has no value 1",
+       ": pP", "pads\npad-P\npad-Q\n", 7},
+      {Sections("(pad P)\n", "(padstack V)\n(padstack W\n(padSet (connect (pad)))\n)\n"), "\"pad\" has no value 1",
+       ": pP sV", "pads\npad-P\npadstacks\npadstack-V\npadstack-W\n", 9},
+      {Sections("", "(padstack V\n(hole (geometry (circle)))\n)\n"), "\"circle\" has no value 1", ":",
+       "foo\npadstacks\npadstack-V\n", 7},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.text);
+    Library whole;
+    EXPECT_EQ(test.raised, whole.Load(test.text));
+    EXPECT_EQ(test.shown, whole.Show());
+    EXPECT_EQ(kHead + test.log, whole.FlushedLog());
+    Library parts;
+    EXPECT_EQ(test.raised, parts.LoadPads(test.text));
+    EXPECT_EQ(test.shown, parts.Show());
+    for (const Library* p : {&whole, &parts}) {
+      EXPECT_EQ(LoadStatus::Result::invalidContent, p->status.m_result);
+      EXPECT_EQ(test.nLine, p->status.m_nLine);
+      EXPECT_EQ(test.nLine, p->nRaisedLine);
+    }
+  }
+}
+
+TEST(FootprintFileLoad, OnlyASectionThatIsThereNeedsItsArray) {
+  const struct {
+    void (*remove)(CBDfootprintContainer&);
+    std::string without;
+    std::string with;
+  } cases[] = {
+      {[](CBDfootprintContainer& c) { delete std::exchange(c.m_pPadArray, nullptr); }, Sections("", "(padstack V)\n"),
+       Sections("(pad P)\n", "")},
+      {[](CBDfootprintContainer& c) { delete std::exchange(c.m_pPadstackArray, nullptr); }, Sections("(pad P)\n", ""),
+       Sections("", "(padstack V)\n")},
+  };
+  for (const auto& test : cases) {
+    Library library;
+    test.remove(library.container);
+    EXPECT_EQ("", library.Load(test.without));
+    EXPECT_EQ("", library.LoadPads(test.without));
+    EXPECT_NE("", library.Load(test.with));
+    EXPECT_NE("", library.LoadPads(test.with));
+  }
+}
+
 TEST(FootprintFileLoad, LogTextIsNoFormat) {
   Library library;
   EXPECT_EQ("", library.Load("(ftf (footprintContainer (pads (pad %s%n)) (%d%n)))"));

@@ -9,6 +9,7 @@
 #include <memory>
 #include <ostream>
 #include <string>
+#include <type_traits>
 #include <vector>
 
 #include "base/CException.h"
@@ -48,6 +49,21 @@ template <class Record>
 std::string Printed(Record& record) {
   return Printed([&record](std::FILE* fp) { return record.nPrint2File(fp); });
 }
+
+/// Each record raises when it is written nowhere.
+template <class... Records>
+void ExpectRaisesWithoutStream() {
+  const auto expectRaises = [](auto&& record) { EXPECT_THROW(record.nPrint2File(nullptr), CInvalidArgException); };
+  (..., expectRaises(Records()));
+}
+
+/// Fields by their addresses: hosts know them by their order.
+inline void ExpectInOrder(std::initializer_list<const void*> fields) {
+  for (const void* const* p = fields.begin() + 1; p < fields.end(); ++p) EXPECT_LT(p[-1], *p) << p - fields.begin();
+}
+
+template <class... Classes>
+inline constexpr bool kVirtuallyDestroyed = (... && std::has_virtual_destructor_v<Classes>);
 
 /// The text of what raised, or empty when nothing did.
 template <class Step>

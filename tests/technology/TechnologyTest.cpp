@@ -61,6 +61,7 @@ TEST(TechnologyReading, FootprintLayers) {
            "T 2 F:TOP/CONDUCTIVE F:BODY/COMPAREA"},
           {"unknown child", Section("(layer TOP (color 1) (type A))"), "T 2 F:TOP/A"},
           {"first type counts", Section("(layer TOP (type A) (type B))"), "T 2 F:TOP/A"},
+          {"first values count", Section("(layer \"TOP SIDE\" MORE (type \"A B\" C))"), "T 2 F:TOP SIDE/A B"},
           {"no name", Section("(layer (type A))"), "raises \"layer\" has no value 1"},
           {"no type", Section("(layer TOP)"), "raises \"layer\" has no \"type\""},
           {"empty type", Section("(layer TOP (type))"), "raises \"type\" has no value 1"},
@@ -79,6 +80,9 @@ TEST(TechnologyReading, NonConductiveLayers) {
           {"property without anything", Section("", "(layer SILK (propertyI))"), "T 2 N:SILK/-1"},
           {"unknown child", Section("", "(layer SILK (color 3))"), "T 2 N:SILK/-1"},
           {"garbage number", Section("", "(layer SILK (propertyI sortKey x))"), "T 2 N:SILK/0"},
+          {"number with a tail", Section("", "(layer SILK MORE (propertyI sortKey -7x 9))"), "T 2 N:SILK/-7"},
+          {"the item as it is spelled", Section("", "(layer SILK (propertyI SortKey 5) (propertyS sortKey 6))"),
+           "T 2 N:SILK/-1"},
           {"no name", Section("", "(layer)"), "raises \"layer\" has no value 1"},
       },
       ReadAndShow);
@@ -96,6 +100,12 @@ TEST(TechnologyReading, ConductiveLayers) {
            "T 2 C:2/POSI/-1/(MASK/RESIST)(PASTE/P)"},
           {"other forms", Section("", "", "(foo 3) (layerNumber 1 (foo 2))"), "T 2 C:1/POSI/-1/"},
           {"garbage number", Section("", "", "(layerNumber x)"), "T 2 C:0/POSI/-1/"},
+          {"numbers with tails", Section("", "", "(layerNumber 3x 4) (layerNumber -2 (propertyI a b 9))"),
+           "T 2 C:3/POSI/-1/ C:-2/POSI/0/"},
+          {"first values count", Section("", "", "(layerNumber 1 (type A B) (soldering C D) (refer E F (type G H)))"),
+           "T 2 C:1/A/-1/C(E/G)"},
+          {"first type of a reference counts", Section("", "", "(layerNumber 1 (refer E (type G) (type)))"),
+           "T 2 C:1/POSI/-1/(E/G)"},
           {"no number", Section("", "", "(layerNumber)"), "raises \"layerNumber\" has no value 1"},
           {"no type", Section("", "", "(layerNumber 1 (type))"), "raises \"type\" has no value 1"},
           {"no property number", Section("", "", "(layerNumber 1 (propertyI width))"),
@@ -116,6 +126,8 @@ TEST(TechnologyReading, SubLayers) {
       {
           {"system", Section("", "", "", "(systemLayer (type HOLE))"), "T 2 S:systemLayer/HOLE"},
           {"system without type", Section("", "", "", "(systemLayer)"), "T 2 S:systemLayer/"},
+          {"first type counts", Section("", "", "", "(systemLayer (type HOLE MORE) (type))"), "T 2 S:systemLayer/HOLE"},
+          {"a system layer's own value is none", Section("", "", "", "(systemLayer HOLE)"), "T 2 S:systemLayer/"},
           {"system with empty type", Section("", "", "", "(systemLayer (type))"), "raises \"type\" has no value 1"},
           {"drawn", Section("", "", "", "(drawLayerOf (conductive 1)) (infoLayerOf (nonConductive X))"),
            "T 2 S:conductive/1 S:nonConductive/X"},
@@ -134,10 +146,21 @@ TEST(TechnologyReading, Maps) {
   CheckReading(
       {
           {"any keyword", Section("", "", "", "", "(layerMapping (map A) (x A_THRU))"), "T 2 M:A M:A_THRU"},
+          {"no map", Section("", "", "", "", "(layerMapping)"), "T 2"},
           {"no name", Section("", "", "", "", "(layerMapping (map))"), "raises \"map\" has no value 1"},
           {"board layers", Board("(conductive 1) (nonConductive SILK) (systemLayer (type HOLE))"),
            "T 2 M:A(L='1','SILK','HOLE')"},
-          {"other board layers", Board("(foo 1)"), "T 2 M:A(L=)"},
+          {"other board layers", Board("(foo 1) (drawLayerOf (conductive 1))"), "T 2 M:A(L=)"},
+          {"board layers in the order of the file", Board("(nonConductive B) (conductive 2) (nonConductive A)"),
+           "T 2 M:A(L='B','2','A')"},
+          {"first values count", Board("(conductive 1x 2) (systemLayer (type HOLE MORE) (type))"),
+           "T 2 M:A(L='1x','HOLE')"},
+          {"first layers count",
+           Map("(correspondence (footLayer L M) (footLayer) (boardLayer (conductive 1)) (boardLayer (conductive)))"),
+           "T 2 M:A(L='1')"},
+          {"several correspondences",
+           Map("(correspondence (footLayer L) (boardLayer)) (correspondence (boardLayer) (footLayer L))"),
+           "T 2 M:A(L=)(L=)"},
           {"only correspondences", Map("(foo (footLayer L))"), "T 2 M:A"},
           {"no foot layer", Map("(correspondence (boardLayer))"), "raises \"correspondence\" has no \"footLayer\""},
           {"empty foot layer", Map("(correspondence (footLayer) (boardLayer))"), "raises \"footLayer\" has no value 1"},
@@ -166,6 +189,15 @@ TEST(TechnologyReading, TheOneWithMostConductorLayersCounts) {
           {"a later one that maps", container(Technology("A", "9", false) + Technology("B", "1", true)), "B 1"},
           {"the first one if none maps", container(Technology("A", "2", false) + Technology("B", "6", false)), "A 2"},
           {"negative numbers", container(Technology("A", "-5", true) + Technology("B", "-2", true)), "B -2"},
+          {"numbers and not texts", container(Technology("A", "9", true) + Technology("B", "10", true)), "B 10"},
+          {"numbers as far as they read", container(Technology("A", "6x", true) + Technology("B", "6", true)), "A 6"},
+          {"the first that maps in any case",
+           container(Technology("A", "2", false) + Technology("B", "0", true) + Technology("C", "0", true)), "B 0"},
+          {"also below zero",
+           container(Technology("A", "2", false) + Technology("B", "-3", true) + Technology("C", "-5", true)), "B -3"},
+          {"also without digits", container(Technology("A", "2", false) + Technology("B", "x", true)), "B 0"},
+          {"the first value counts", container(Technology("A", "4 9", true) + Technology("B", "5", true)), "B 5"},
+          {"names are no matter", container(Technology("A", "4", true) + Technology("A", "6", true)), "A 6"},
           {"other forms", container("(foo)" + Technology("A", "2", true)), "A 2"},
           {"none at all", container("(foo)"), "raises \"technologyContainer\" has no \"technology\""},
           {"a candidate without number", container(Technology("A", "2", true) + "(technology B (layerMapping))"),
@@ -177,39 +209,79 @@ TEST(TechnologyReading, TheOneWithMostConductorLayersCounts) {
       ReadAndShow);
 }
 
+const std::vector<std::string> kSections = {"(numberOfConductorLayer 2)", "(footprintLayer (l F (type A)))",
+                                            "(nonConductiveLayer (l N))", "(conductiveLayer (layerNumber 1))",
+                                            "(subLayer (systemLayer))",   "(layerMapping (map A))"};
+const std::string kAllSections = "T 2 F:F/A N:N/-1 C:1/POSI/-1/ S:systemLayer/ M:A";
+
+std::string Joined(const std::vector<std::string>& sections, const std::string& more = "") {
+  std::string s = "(technologyContainer (technology T ";
+  for (const std::string& section : sections) s += section + " ";
+  return s + more + "))";
+}
+
+TEST(TechnologyReading, SectionsCountInAnyOrderAndTheFirstOfEachKind) {
+  std::vector<ReadCase> cases = {
+      {"in order", Joined(kSections), kAllSections},
+      {"in the reverse order", Joined({kSections.rbegin(), kSections.rend()}), kAllSections},
+  };
+  // What would add to the first or lack a value.
+  for (const char* szSecond :
+       {"(numberOfConductorLayer 8)", "(numberOfConductorLayer)", "(footprintLayer (l G (type B)))",
+        "(footprintLayer (l))", "(nonConductiveLayer (l M))", "(nonConductiveLayer (l))",
+        "(conductiveLayer (layerNumber 2))", "(conductiveLayer (layerNumber))", "(subLayer (drawLayerOf))",
+        "(subLayer (systemLayer (type)))", "(layerMapping (map B))", "(layerMapping (map))", "(foo)"}) {
+    cases.push_back({"a second", Joined(kSections, szSecond), kAllSections});
+  }
+  CheckReading(cases, ReadAndShow);
+}
+
 TEST(TechnologyReading, WhatStandsBeforeAFaultHasTakenEffect) {
   const struct {
-    const char* text;
+    std::string sections;
     const char* expected;
+    const char* raised;
   } cases[] = {
       // Without its number nothing of a technology is stored, not even the name.
-      {"(technologyContainer (technology T))", " 0"},
-      {"(technologyContainer (technology (numberOfConductorLayer 2)))", " 0"},
+      {"T", " 0", "\"technology\" has no \"numberOfConductorLayer\" in it"},
+      {"(numberOfConductorLayer 2)", " 0", "\"technology\" has no value 1"},
       // Sections are looked up in a fixed order, each when its turn comes.
-      {"(technologyContainer (technology T (numberOfConductorLayer 2)))", "T 2"},
-      {"(technologyContainer (technology T (numberOfConductorLayer 2) (subLayer (systemLayer)) (footprintLayer (l F "
-       "(type A)))))",
-       "T 2 F:F/A"},
-      {"(technologyContainer (technology T (numberOfConductorLayer 2) (footprintLayer (l F (type A)) (l G)) "
-       "(nonConductiveLayer (l N))))",
-       "T 2 F:F/A"},
-      {"(technologyContainer (technology T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer (l N)) "
-       "(conductiveLayer (layerNumber 1) (layerNumber 2 (type)))))",
-       "T 2 N:N/-1 C:1/POSI/-1/"},
-      {"(technologyContainer (technology T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer) "
-       "(conductiveLayer (layerNumber 1))))",
-       "T 2 C:1/POSI/-1/"},
-      {"(technologyContainer (technology T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer) "
-       "(conductiveLayer) (subLayer (systemLayer)) (layerMapping (map A) (map))))",
-       "T 2 S:systemLayer/ M:A"},
+      {"T (numberOfConductorLayer 2)", "T 2", "\"technology\" has no \"footprintLayer\" in it"},
+      {"T (numberOfConductorLayer 2) (subLayer (systemLayer)) (footprintLayer (l F (type A)))", "T 2 F:F/A",
+       "\"technology\" has no \"nonConductiveLayer\" in it"},
+      {"T (numberOfConductorLayer 2) (footprintLayer (l F (type A)) (l G)) (nonConductiveLayer (l N))", "T 2 F:F/A",
+       "\"l\" has no \"type\" in it"},
+      {"T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer (l N)) (subLayer (systemLayer)) "
+       "(layerMapping (map A))",
+       "T 2 N:N/-1", "\"technology\" has no \"conductiveLayer\" in it"},
+      {"T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer (l N)) (conductiveLayer (layerNumber 1) "
+       "(layerNumber 2 (type)))",
+       "T 2 N:N/-1 C:1/POSI/-1/", "\"type\" has no value 1"},
+      {"T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer) (conductiveLayer (layerNumber 1))",
+       "T 2 C:1/POSI/-1/", "\"technology\" has no \"subLayer\" in it"},
+      {"T (numberOfConductorLayer 2) (footprintLayer) (nonConductiveLayer) (conductiveLayer) (subLayer (systemLayer)) "
+       "(layerMapping (map A) (map))",
+       "T 2 S:systemLayer/ M:A", "\"map\" has no value 1"},
   };
   for (const auto& test : cases) {
-    SCOPED_TRACE(test.text);
-    Tree tree(test.text);
+    SCOPED_TRACE(test.sections);
+    Tree tree("(technologyContainer (technology " + test.sections + "))");
     CBDtechnologyContainer technology;
-    EXPECT_NE("", RaisedBy([&] { ReadTechnology(tree.Form(), technology); }));
+    EXPECT_EQ(test.raised, RaisedBy([&] { ReadTechnology(tree.Form(), technology); }));
     EXPECT_EQ(test.expected, Show(technology));
+    EXPECT_TRUE(tree.Boxes().empty());
   }
+}
+
+TEST(TechnologyReading, LeavesAloneWhatIsFilledByTheHost) {
+  Tree tree(Section("", "(layer SILK (propertyI sortKey 5))", "(layerNumber 1 (propertyI width 7) (refer M (type R)))",
+                    "(drawLayerOf (conductive 1)) (infoLayerOf (nonConductive X)) (systemLayer)"));
+  CBDtechnologyContainer technology;
+  ReadTechnology(tree.Form(), technology);
+  EXPECT_TRUE(technology.m_pNonConductiveLayerArray->GetAt(0)->m_aProperties.IsEmpty());
+  EXPECT_TRUE(technology.m_pCondLayerArray->GetAt(0)->m_aProperties.IsEmpty());
+  EXPECT_EQ(0, technology.m_pCondLayerArray->GetAt(0)->m_pRefArray->GetAt(0)->m_nUserDefType);
+  for (const CBDsubLayer* p : *technology.m_pSubLayerArray) EXPECT_EQ("systemLayer", p->m_sKind);
 }
 
 TEST(TechnologyReading, ASecondSectionAdds) {
@@ -336,6 +408,12 @@ TEST(TechnologyWriting, BoardLayersOfACorrespondence) {
       {"-1", "(nonConductive -1)\n"},
       {"3 Sig", "(conductive 3)\n"},
       {"3(x)", "(conductive 3)\n"},
+      {" 5", "(conductive 5)\n"},
+      {"+7", "(conductive 7)\n"},
+      {"4294967297", "(conductive 1)\n"},  // numbers wrap at 32 bits
+      {"PADSTACK(", "(nonConductive \"PADSTACK(\")\n"},
+      {"padstack", "(nonConductive padstack)\n"},
+      {"100%d", "(nonConductive 100%d)\n"},
       {"SILK(A)", "(nonConductive \"SILK(A)\")\n"},
       {"PADSTACK", "(systemLayer (type PADSTACK))\n"},
       {"HOLE", "(nonConductive HOLE)\n"},
@@ -357,6 +435,14 @@ TEST(TechnologyWriting, Maps) {
   map.m_pCorrespondenceArray->Add(nullptr);
   Add(*map.m_pCorrespondenceArray)->m_sFootLayer = "TOP(1)";
   EXPECT_EQ("(map A(B)\n(correspondence\n(footLayer \"TOP(1)\")\n(boardLayer\n)\n)\n)\n", Printed(map));
+  auto* pLast = Add(*map.m_pCorrespondenceArray);
+  pLast->m_sFootLayer = "A B";
+  for (const char* szLayer : {"SILK", "2", "PADSTACK", "3 Sig"}) pLast->m_aBoardLayers.Add(szLayer);
+  EXPECT_EQ(
+      "(map A(B)\n(correspondence\n(footLayer \"TOP(1)\")\n(boardLayer\n)\n)\n"
+      "(correspondence\n(footLayer A B)\n(boardLayer\n(nonConductive SILK)\n(conductive 2)\n"
+      "(systemLayer (type PADSTACK))\n(conductive 3)\n)\n)\n)\n",
+      Printed(map));
 }
 
 std::string PrintedAs(CBDtechnologyContainer& technology, const char* szKind) {
@@ -383,8 +469,20 @@ TEST(TechnologyWriting, TheSectionInItsTwoForms) {
       "(layerMapping\n(map A\n)\n)\n"
       ")\n)\n",
       PrintedAs(technology, "PCF"));
-  EXPECT_EQ("(technologyContainer\n(technology T\n(footprintLayer\n(layer TOP (type ))\n)\n)\n)\n",
-            PrintedAs(technology, "FTF"));
+  // Only the one word gives all of it.
+  for (const char* szKind : {"FTF", "TCF", "pcf", "PCF ", ""}) {
+    EXPECT_EQ("(technologyContainer\n(technology T\n(footprintLayer\n(layer TOP (type ))\n)\n)\n)\n",
+              PrintedAs(technology, szKind))
+        << szKind;
+  }
+  for (const char* szName : {"A", "B"}) {
+    Add(*technology.m_pMapArray)->m_sName = szName;
+    Add(*technology.m_pFootprintLayerArray)->m_sName = szName;
+  }
+  EXPECT_NE(std::string::npos,
+            PrintedAs(technology, "PCF").find("(layerMapping\n(map A\n)\n(map A\n)\n(map B\n)\n)\n"));
+  EXPECT_NE(std::string::npos,
+            PrintedAs(technology, "FTF").find("(layer TOP (type ))\n(layer A (type ))\n(layer B (type ))\n)\n"));
 }
 
 TEST(TechnologyWriting, AnEmptySection) {
@@ -420,10 +518,13 @@ TEST(TechnologyWriting, WhatComesBackChanged) {
 }
 
 TEST(TechnologyWriting, ReadsBack) {
-  const std::string text = Section("(layer \"TOP(1)\" (type A))", "(layer SILK)",
-                                   "(layerNumber 1 (type NEGA) (soldering S) (refer M (type R)))",
-                                   "(systemLayer (type HOLE)) (drawLayerOf (conductive 1))",
-                                   "(layerMapping (map A (correspondence (footLayer F) (boardLayer (conductive 3)))))");
+  const std::string text =
+      Section("(layer \"TOP(1)\" (type A)) (layer BODY (type B))", "(layer SILK) (layer \"S K(\")",
+              "(layerNumber 1 (type NEGA) (soldering S) (refer M (type R)) (refer \"P(B)\" (type R))) (layerNumber 2)",
+              "(systemLayer (type HOLE)) (systemLayer (type \"H)\")) (drawLayerOf (conductive 1)) (infoLayerOf "
+              "(nonConductive X)) (drawLayerOf (nonConductive \"(X)\"))",
+              "(layerMapping (map A (correspondence (footLayer F) (boardLayer (conductive 3) (nonConductive \"N(1)\") "
+              "(systemLayer (type PADSTACK)))) (correspondence (footLayer \"F(2)\") (boardLayer))) (map B_THRU))");
   Tree tree(text);
   CBDtechnologyContainer first;
   ReadTechnology(tree.Form(), first);
@@ -433,14 +534,76 @@ TEST(TechnologyWriting, ReadsBack) {
   ReadTechnology(again.Form(), second);
   EXPECT_EQ(Show(first), Show(second));
   EXPECT_EQ(written, PrintedAs(second, "PCF"));
+  // The short form as a footprint file's reader takes it.
+  Tree shortForm(PrintedAs(first, "FTF"));
+  CBDtechnologyContainer library;
+  ReadFootprintTechnology(shortForm.Form(), library);
+  EXPECT_EQ("T 0 F:TOP(1)/A F:BODY/B", Show(library));
+}
+
+// Behind a backslash a quote ends a name only where a bracket follows it.
+TEST(TechnologyWriting, ANameThatEndsInABackslashReadsBackBeforeABracket) {
+  static constexpr const char* kName = "(A\\";
+  const struct {
+    const char* name;
+    void (*fill)(CBDtechnologyContainer&);
+    bool bReadsBack;
+  } cases[] = {
+      {"footprint layer",
+       [](CBDtechnologyContainer& t) {
+         Add(*t.m_pFootprintLayerArray)->m_sName = kName;
+         t.m_pFootprintLayerArray->GetAt(0)->m_sType = "X";
+       },
+       false},
+      {"layer", [](CBDtechnologyContainer& t) { Add(*t.m_pNonConductiveLayerArray)->m_sName = kName; }, true},
+      {"reference",
+       [](CBDtechnologyContainer& t) {
+         auto* pRef = Add(*Add(*t.m_pCondLayerArray)->m_pRefArray);
+         pRef->m_sName = kName;
+         pRef->m_sType = "X";
+       },
+       false},
+      {"sub-layer",
+       [](CBDtechnologyContainer& t) {
+         for (const char* szKind : {"systemLayer", "conductive", "nonConductive"}) {
+           auto* p = Add(*t.m_pSubLayerArray);
+           p->m_sLayerKind = szKind;
+           p->m_sName = kName;
+         }
+       },
+       true},
+      {"correspondence",
+       [](CBDtechnologyContainer& t) {
+         CBDmap* pMap = Add(*t.m_pMapArray);
+         pMap->m_sName = "A";
+         auto* p = Add(*pMap->m_pCorrespondenceArray);
+         p->m_sFootLayer = kName;
+         p->m_aBoardLayers.Add(kName);
+       },
+       true},
+  };
+  for (const auto& test : cases) {
+    SCOPED_TRACE(test.name);
+    CBDtechnologyContainer technology;
+    technology.m_sName = "T";
+    test.fill(technology);
+    Tree tree(PrintedAs(technology, "PCF"));
+    // The text behind such a name is part of it, so that the section has no end.
+    const bool bComplete = !tree.Reader().m_pRootArray->IsEmpty();
+    EXPECT_EQ(test.bReadsBack, bComplete);
+    if (bComplete) {
+      EXPECT_EQ(Show(technology), ReadAndShow(tree.Form()));
+    }
+  }
 }
 
 TEST(TechnologyWriting, NullStreamsAndArrays) {
+  ExpectRaisesWithoutStream<CBDfootprintLayer, CBDnonConductiveLayer, CBDcondLayer, CBDcondLayerRef, CBDsubLayer,
+                            CBDmap, CBDcorrespondence>();
   CBDtechnologyContainer technology;
   EXPECT_NE("", RaisedBy([&] { technology.nPrint2File(nullptr, "PCF"); }));
   delete std::exchange(technology.m_pMapArray, nullptr);
   delete std::exchange(technology.m_pSubLayerArray, nullptr);
-  EXPECT_NE(std::string::npos, PrintedAs(technology, "PCF").find("(subLayer\n)\n(layerMapping\n)\n"));
   EXPECT_NE("", RaisedBy([&] { technology.pGetMap("A"); }));
   EXPECT_NE("", RaisedBy([&] { technology.sGetLayerTypeFromSubLayer("A"); }));
   // Reading into a container that lacks an array stops there.
@@ -449,6 +612,19 @@ TEST(TechnologyWriting, NullStreamsAndArrays) {
   EXPECT_EQ(1, technology.m_pFootprintLayerArray->GetSize());
   delete std::exchange(technology.m_pFootprintLayerArray, nullptr);
   EXPECT_NE("", RaisedBy([&] { technology.sGetFootprintLayNameFromTypeInFoorprintLayerArray("B"); }));
+  // A null array is written as an empty one.
+  delete std::exchange(technology.m_pNonConductiveLayerArray, nullptr);
+  delete std::exchange(technology.m_pCondLayerArray, nullptr);
+  CBDtechnologyContainer empty;
+  empty.m_sName = technology.m_sName;
+  empty.m_nConductorLayers = technology.m_nConductorLayers;
+  for (const char* szKind : {"PCF", "FTF"}) EXPECT_EQ(PrintedAs(empty, szKind), PrintedAs(technology, szKind));
+  CBDcondLayer layer;
+  delete std::exchange(layer.m_pRefArray, nullptr);
+  EXPECT_EQ("(layerNumber 0\n(type POSI)\n)\n", Printed(layer));
+  CBDmap map;
+  delete std::exchange(map.m_pCorrespondenceArray, nullptr);
+  EXPECT_EQ("(map \n)\n", Printed(map));
 }
 
 // ---- look-ups ----
@@ -500,27 +676,113 @@ TEST(TechnologyObjects, StartAsTold) {
 TEST(TechnologyObjects, CopiesShareArrays) {
   CBDtechnologyContainer technology;
   technology.m_sName = "T";
+  technology.m_nConductorLayers = 4;
+  technology.m_sReserved1 = "r";
   Add(*technology.m_pMapArray)->m_sName = "A";
+  const auto expectShared = [&technology](CBDtechnologyContainer& copy) {
+    EXPECT_EQ("T", copy.m_sName);
+    EXPECT_EQ(4, copy.m_nConductorLayers);
+    EXPECT_EQ("r", copy.m_sReserved1);
+    EXPECT_EQ(technology.m_pFootprintLayerArray, std::exchange(copy.m_pFootprintLayerArray, nullptr));
+    EXPECT_EQ(technology.m_pNonConductiveLayerArray, std::exchange(copy.m_pNonConductiveLayerArray, nullptr));
+    EXPECT_EQ(technology.m_pCondLayerArray, std::exchange(copy.m_pCondLayerArray, nullptr));
+    EXPECT_EQ(technology.m_pSubLayerArray, std::exchange(copy.m_pSubLayerArray, nullptr));
+    EXPECT_EQ(technology.m_pMapArray, std::exchange(copy.m_pMapArray, nullptr));
+  };
   CBDtechnologyContainer copy(technology);
-  EXPECT_EQ("T", copy.m_sName);
-  EXPECT_EQ(technology.m_pMapArray, copy.m_pMapArray);
-  EXPECT_EQ(technology.m_pSubLayerArray, copy.m_pSubLayerArray);
-  copy.m_pFootprintLayerArray = nullptr;
-  copy.m_pNonConductiveLayerArray = nullptr;
-  copy.m_pCondLayerArray = nullptr;
-  copy.m_pSubLayerArray = nullptr;
-  copy.m_pMapArray = nullptr;
+  expectShared(copy);
+  copy = technology;
+  expectShared(copy);
+
+  CBDcondLayer layer;
+  layer.m_nLayerNumber = 3;
+  layer.m_nProperty = 4;
+  layer.m_sReserved1 = "a";
+  layer.m_sType = "b";
+  layer.m_sSoldering = "c";
+  layer.m_sReserved2 = "d";
+  layer.m_aProperties.Add(new CLProperty("p", "q"));
+  const auto expectSharedLayer = [&layer](CBDcondLayer& ofLayer) {
+    EXPECT_EQ(3, ofLayer.m_nLayerNumber);
+    EXPECT_EQ(4, ofLayer.m_nProperty);
+    EXPECT_EQ("a b c d", Str(ofLayer.m_sReserved1) + " " + Str(ofLayer.m_sType) + " " + Str(ofLayer.m_sSoldering) +
+                             " " + Str(ofLayer.m_sReserved2));
+    ASSERT_EQ(1, ofLayer.m_aProperties.GetSize());
+    EXPECT_NE(layer.m_aProperties.GetAt(0), ofLayer.m_aProperties.GetAt(0));
+    EXPECT_EQ(layer.m_pRefArray, std::exchange(ofLayer.m_pRefArray, nullptr));
+  };
+  CBDcondLayer layerCopy(layer);
+  expectSharedLayer(layerCopy);
+  layerCopy = layer;
+  expectSharedLayer(layerCopy);
+
+  CBDmap map;
+  map.m_sName = "A";
+  CBDmap mapCopy(map);
+  EXPECT_EQ("A", mapCopy.m_sName);
+  EXPECT_EQ(map.m_pCorrespondenceArray, std::exchange(mapCopy.m_pCorrespondenceArray, nullptr));
+  mapCopy = map;
+  EXPECT_EQ(map.m_pCorrespondenceArray, std::exchange(mapCopy.m_pCorrespondenceArray, nullptr));
 }
 
 TEST(TechnologyObjects, ANonConductiveLayerCopiesItsProperties) {
   CBDnonConductiveLayer layer;
   layer.m_nSortKey = 4;
+  layer.m_sName = "n";
+  layer.m_sReserved1 = "r";
+  layer.m_sReserved2 = "s";
   layer.m_aProperties.Add(new CLProperty("a", "b"));
+  const auto expectEqual = [&layer](const CBDnonConductiveLayer& copy) {
+    ASSERT_EQ(1, copy.m_aProperties.GetSize());
+    EXPECT_NE(layer.m_aProperties.GetAt(0), copy.m_aProperties.GetAt(0));
+    EXPECT_EQ("b", copy.m_aProperties.GetAt(0)->GetComment());
+    EXPECT_EQ(4, copy.m_nSortKey);
+    EXPECT_EQ("n r s", Str(copy.m_sName) + " " + Str(copy.m_sReserved1) + " " + Str(copy.m_sReserved2));
+  };
   CBDnonConductiveLayer copy(layer);
-  ASSERT_EQ(1, copy.m_aProperties.GetSize());
-  EXPECT_NE(layer.m_aProperties.GetAt(0), copy.m_aProperties.GetAt(0));
-  EXPECT_EQ("b", copy.m_aProperties.GetAt(0)->GetComment());
-  EXPECT_EQ(4, copy.m_nSortKey);
+  expectEqual(copy);
+  CBDnonConductiveLayer assigned;
+  assigned.m_aProperties.Add(new CLProperty("old", ""));
+  assigned.m_aProperties.Add(new CLProperty("old", ""));
+  assigned = layer;
+  expectEqual(assigned);
+}
+
+TEST(TechnologyObjects, PlainRecordsCopyAllTheyHold) {
+  CBDfootprintLayer layer;
+  layer.m_sName = "a";
+  layer.m_sType = "b";
+  EXPECT_EQ("(layer a (type b))\n", Printed(*std::make_unique<CBDfootprintLayer>(layer)));
+  CBDcondLayerRef ref;
+  ref.m_sName = "a";
+  ref.m_sType = "b";
+  ref.m_nUserDefType = 7;
+  const CBDcondLayerRef refCopy(ref);
+  EXPECT_EQ("a b 7", Str(refCopy.m_sName) + " " + Str(refCopy.m_sType) + " " + std::to_string(refCopy.m_nUserDefType));
+  CBDsubLayer sub;
+  sub.m_sKind = "a";
+  sub.m_sLayerKind = "b";
+  sub.m_sName = "c";
+  const CBDsubLayer subCopy(sub);
+  EXPECT_EQ("a b c", Str(subCopy.m_sKind) + " " + Str(subCopy.m_sLayerKind) + " " + Str(subCopy.m_sName));
+  static_assert(!std::is_copy_constructible_v<CBDcorrespondence> && !std::is_copy_assignable_v<CBDcorrespondence>);
+}
+
+static_assert(kVirtuallyDestroyed<CBDtechnologyContainer, CBDfootprintLayer, CBDnonConductiveLayer, CBDcondLayer,
+                                  CBDcondLayerRef, CBDsubLayer, CBDmap, CBDcorrespondence>);
+static_assert(sizeof(CBDcondLayerRef::m_nUserDefType) == 8);
+
+TEST(TechnologyObjects, HoldTheirFieldsInOrder) {
+  const CBDtechnologyContainer t;
+  ExpectInOrder({&t.m_sName, &t.m_nConductorLayers, &t.m_sReserved1, &t.m_pFootprintLayerArray,
+                 &t.m_pNonConductiveLayerArray, &t.m_pCondLayerArray, &t.m_pSubLayerArray, &t.m_pMapArray});
+  const CBDnonConductiveLayer n;
+  ExpectInOrder({&n.m_nSortKey, &n.m_sName, &n.m_sReserved1, &n.m_sReserved2, &n.m_aProperties});
+  const CBDcondLayer c;
+  ExpectInOrder({&c.m_nLayerNumber, &c.m_nProperty, &c.m_sReserved1, &c.m_sType, &c.m_sSoldering, &c.m_sReserved2,
+                 &c.m_aProperties, &c.m_pRefArray});
+  const CBDsubLayer s;
+  ExpectInOrder({&s.m_sKind, &s.m_sLayerKind, &s.m_sName});
 }
 
 }  // namespace
