@@ -91,6 +91,7 @@ TEST(RecordGrammar, Components) {
       "bondWire object m_pBondwireArray\n",
       Rows(laminate::PinRows()));
   EXPECT_EQ("name optionalText m_sName\n", Rows(laminate::PinGateRows()));
+  EXPECT_EQ("lockMode text m_sLockMode\n", Rows(laminate::GatePinRows()));
 }
 
 TEST(RecordGrammar, GroupsAndSettings) {
