@@ -460,26 +460,23 @@ TEST(BoardObjects, StartEmptyWithTheirFieldsInOrder) {
                  &board.m_pDrawObjArray, &board.m_sReserved2, &board.m_pSubBoardArray});
 }
 
-int g_nEnded = 0;
-template <class Element>
-struct Ending : Element {
-  ~Ending() override { ++g_nEnded; }
-};
-
 TEST(BoardObjects, DeleteTheirArraysWithAllInThem) {
-  g_nEnded = 0;
+  int nEnded = 0;
   {
     CBDboardContainer board;
-    board.m_pComponentArray->Add(new Ending<CBDcomponent>);
-    board.m_pCompGroupArray->Add(new Ending<CBDcompGroup>);
-    board.m_pNetArray->Add(new Ending<CBDnet>);
-    board.m_pDrawObjArray->Add(new Ending<CBDdelete>);
-    board.m_pSubBoardArray->Add(new Ending<CBDsubBoard>);
+    AddEnding(board.m_pComponentArray, nEnded);
+    AddEnding(board.m_pCompGroupArray, nEnded);
+    AddEnding(board.m_pNetArray, nEnded);
+    board.m_pDrawObjArray->Add(new Ending<CBDdelete>(nEnded));
+    AddEnding(board.m_pSubBoardArray, nEnded);
   }
-  EXPECT_EQ(5, g_nEnded);
-  CBDboardContainer without;
-  delete std::exchange(without.m_pNetArray, nullptr);
-  without.m_pSubBoardArray->Add(new Ending<CBDsubBoard>);
+  EXPECT_EQ(5, nEnded);
+  {
+    CBDboardContainer without;
+    delete std::exchange(without.m_pNetArray, nullptr);
+    AddEnding(without.m_pSubBoardArray, nEnded);
+  }
+  EXPECT_EQ(6, nEnded);
 }
 
 TEST(BoardObjects, EndSoundlyWithoutMemory) {

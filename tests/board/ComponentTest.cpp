@@ -888,6 +888,22 @@ TEST(ComponentObjects, HoldTheirFieldsInOrder) {
   ExpectInOrder({&wire.m_ptTo, &wire.m_ptFrom});
 }
 
+TEST(ComponentObjects, DeleteTheirArraysWithAllInThem) {
+  int nEnded = 0;
+  {
+    CBDcomponent c;
+    c.m_pDrawObjArray->Add(new Ending<CBDcircle>(nEnded));
+    AddEnding(c.m_pGateArray, nEnded);
+    AddEnding(c.m_pPinArray, nEnded);
+    CBDpin* pPin = Add(*c.m_pPinArray);
+    AddEnding(pPin->m_pBondwireArray, nEnded);
+    AddEnding(pPin->m_pPinGateArray, nEnded);
+    pPin->m_pDrawObjArray->Add(new Ending<CBDcircle>(nEnded));
+    AddEnding(Add(*c.m_pGateArray)->m_pGatePinArray, nEnded);
+  }
+  EXPECT_EQ(7, nEnded);
+}
+
 TEST(ComponentObjects, CopiesOfPinsAndGatesShare) {
   CBDpin pin;
   pin.m_sName = "1";

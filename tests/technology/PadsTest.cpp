@@ -391,6 +391,11 @@ TEST(PadstackWriting, Holes) {
   // A host may give any tag to anything.
   hole.m_pDrawObj->m_sKind = "HOLE";
   EXPECT_EQ("(hole (footLayer L)\n(geometry\n)\n)\n", Printed(hole));
+  pHole = new CBDhole;
+  delete std::exchange(hole.m_pDrawObj, pHole);
+  delete std::exchange(pHole->m_pShape, new CBDcircle);
+  pHole->m_sKind = "OTHER";
+  EXPECT_EQ("(hole (footLayer L)\n(geometry\n)\n)\n", Printed(hole));
 }
 
 TEST(PadstackWriting, NullParts) {
@@ -482,6 +487,19 @@ TEST(PadObjects, HoldTheirFieldsInOrder) {
                  &v.m_sReserved1, &v.m_sIsBuildupVia, &v.m_pHole, &v.m_pPadSetArray, &v.m_rcArea, &v.m_aVerbatim});
   const CBDpadstackHole h;
   ExpectInOrder({&h.m_sFootLayer, &h.m_pDrawObj, &h.m_pReserved});
+}
+
+TEST(PadObjects, DeleteWhatTheyOwn) {
+  int nEnded = 0;
+  {
+    CBDpad pad;
+    pad.m_pDrawObjArray->Add(new Ending<CBDcircle>(nEnded));
+    CBDpadstack padstack;
+    AddEnding(padstack.m_pPadSetArray, nEnded);
+    delete std::exchange(padstack.m_pHole, new Ending<CBDpadstackHole>(nEnded));
+    padstack.m_pHole->m_pDrawObj = new Ending<CBDcircle>(nEnded);
+  }
+  EXPECT_EQ(4, nEnded);
 }
 
 TEST(PadObjects, CopiesShare) {

@@ -57,13 +57,21 @@ void ExpectRaisesWithoutStream() {
   (..., expectRaises(Records()));
 }
 
-/// Fields by their addresses: hosts know them by their order.
-inline void ExpectInOrder(std::initializer_list<const void*> fields) {
-  for (const void* const* p = fields.begin() + 1; p < fields.end(); ++p) EXPECT_LT(p[-1], *p) << p - fields.begin();
-}
-
 template <class... Classes>
 inline constexpr bool kVirtuallyDestroyed = (... && std::has_virtual_destructor_v<Classes>);
+
+/// A record that counts its end.
+template <class Record>
+struct Ending : Record {
+  explicit Ending(int& nEnded) : m_nEnded(nEnded) {}
+  ~Ending() override { ++m_nEnded; }
+  int& m_nEnded;
+};
+/// Puts a record of the array's kind into it that counts its end.
+template <class Record>
+void AddEnding(laminate::NamedArray<Record>* pArray, int& nEnded) {
+  laminate::AppendOwned(*pArray, std::make_unique<Ending<Record>>(nEnded));
+}
 
 /// The text of what raised, or empty when nothing did.
 template <class Step>

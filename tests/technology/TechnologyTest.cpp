@@ -725,6 +725,21 @@ TEST(TechnologyObjects, CopiesShareArrays) {
   EXPECT_EQ(map.m_pCorrespondenceArray, std::exchange(mapCopy.m_pCorrespondenceArray, nullptr));
 }
 
+TEST(TechnologyObjects, DeleteTheirArraysWithAllInThem) {
+  int nEnded = 0;
+  {
+    CBDtechnologyContainer technology;
+    AddEnding(technology.m_pFootprintLayerArray, nEnded);
+    AddEnding(technology.m_pNonConductiveLayerArray, nEnded);
+    AddEnding(technology.m_pCondLayerArray, nEnded);
+    AddEnding(technology.m_pSubLayerArray, nEnded);
+    AddEnding(technology.m_pMapArray, nEnded);
+    AddEnding(Add(*technology.m_pCondLayerArray)->m_pRefArray, nEnded);
+    AddEnding(Add(*technology.m_pMapArray)->m_pCorrespondenceArray, nEnded);
+  }
+  EXPECT_EQ(7, nEnded);
+}
+
 TEST(TechnologyObjects, ANonConductiveLayerCopiesItsProperties) {
   CBDnonConductiveLayer layer;
   layer.m_nSortKey = 4;
