@@ -255,7 +255,7 @@ void FindParameterLosses(const CBDparameter& parameter, LossFinder& finder) {
 
 void FindEntityLosses(const CBDlibraryEntities& entities, const CBDboardContainer& board,
                       const CBDfootprintContainer& library, LossFinder& finder) {
-  using Part = ledger_detail::QuotedIfTest<"() ">;
+  using Part = ledger_detail::QuotedIfTest<"() ", true>;
   FindUnclaimed(
       "m_aParts", entities.m_aParts, NamesOf<&CBDcomponent::m_sPart>(board.m_pComponentArray),
       [](const CString& s) { return !Part::Lost(s, {}); }, finder);
