@@ -245,7 +245,7 @@ CArchive& CArchive::operator>>(CString& s) {
     const std::string_view text(reinterpret_cast<const char*>(m_pAt) + 1, *m_pAt);
     m_pAt += 1 + text.size();
     if (nAhead > sizeof(CString)) [[likely]] {
-      s = CString(CString::FromPadded(), text);
+      s.AssignPadded(text);
     } else {
       s = text;
     }

@@ -111,7 +111,7 @@ bool CString::Aliases(std::string_view s) const noexcept {
   return !std::less<>()(s.data(), first) && !std::less<>()(first + Size(), s.data());
 }
 
-CString& CString::operator=(std::string_view s) {
+CString& CString::AssignSlowly(std::string_view s) {
   if (s.size() <= kInlineLength) {
     // Over a copy: the bytes may be this text's own.
     char text[kInlineLength];

@@ -65,7 +65,22 @@ class CString {
     return *this;
   }
   CString& operator=(const char* sz) { return *this = sz ? std::string_view(sz) : std::string_view(); }
-  CString& operator=(std::string_view s);
+  CString& operator=(std::string_view s) {
+    if (s.size() > kInlineLength || IsHeap()) return AssignSlowly(s);
+    CopyShort(m_rep.text, s);
+    SetInline(s.size());
+    return *this;
+  }
+  /// The same for a text of which `FromPadded` holds. It is not this text's own.
+  void AssignPadded(std::string_view s) {
+    if (s.size() > kInlineLength) {
+      AssignSlowly(s);
+      return;
+    }
+    if (IsHeap()) Release();
+    std::memcpy(m_rep.text, s.data(), sizeof m_rep.text);
+    SetInline(s.size());
+  }
   CString& operator=(char ch) { return *this = std::string_view(&ch, 1); }
 
   // ---- reading ----
@@ -258,15 +273,36 @@ class CString {
     std::memcpy(&m_rep, &s.m_rep, sizeof m_rep);
     if (IsHeap()) __atomic_add_fetch(&m_rep.heap.block->count, 1, __ATOMIC_RELAXED);
   }
+  // Copies up to 15 bytes in pieces that the processor can forward as they are, where a copy of any length would be a
+  // call. All are read before the first is written.
+  static void CopyShort(char* pTo, std::string_view s) noexcept {
+    const auto twice = [pTo, s]<class Piece>(Piece first) {
+      Piece last;
+      std::memcpy(&first, s.data(), sizeof first);
+      std::memcpy(&last, s.data() + s.size() - sizeof last, sizeof last);
+      std::memcpy(pTo, &first, sizeof first);
+      std::memcpy(pTo + s.size() - sizeof last, &last, sizeof last);
+    };
+    if (s.size() >= sizeof(std::uint64_t)) {
+      twice(std::uint64_t{});
+    } else if (s.size() >= sizeof(std::uint32_t)) {
+      twice(std::uint32_t{});
+    } else if (s.size() >= sizeof(std::uint16_t)) {
+      twice(std::uint16_t{});
+    } else if (!s.empty()) {
+      *pTo = s[0];
+    }
+  }
   void Assign(std::string_view s) {
     if (s.size() <= kInlineLength) {
-      if (!s.empty()) std::memcpy(m_rep.text, s.data(), s.size());
+      CopyShort(m_rep.text, s);
       SetInline(s.size());
     } else {
       AssignHeap(s);
     }
   }
   void AssignHeap(std::string_view s);
+  CString& AssignSlowly(std::string_view s);
   void Release() noexcept;
   static Block* NewBlock(std::size_t nCapacity);
   void Adopt(Block* block) noexcept {

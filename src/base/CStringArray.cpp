@@ -16,8 +16,12 @@ void CStringArray::Serialize(CArchive& ar) {
   // The count may lie: room is made for no more texts than the bytes at hand can be.
   Preallocate(std::min<ULONGLONG>(nLeft, ar.BytesAhead()));
   for (; nLeft != 0; --nLeft) {
-    CString s;
-    ar >> s;
-    Emplace(std::move(s));
+    CString& s = Emplace();
+    try {
+      ar >> s;
+    } catch (...) {
+      RemoveAt(GetUpperBound());
+      throw;
+    }
   }
 }

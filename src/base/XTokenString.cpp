@@ -1,42 +1,14 @@
 #include "base/XTokenString.h"
 
-#include <cstring>
-
 namespace laminate {
 namespace {
-
-// Where `isDelimiter` tells which bytes part columns.
-template <class IsDelimiter>
-bool Next(std::string_view& s, std::string_view& sColumn, IsDelimiter isDelimiter) {
-  std::size_t i = 0;
-  while (i < s.size() && isDelimiter(s[i])) ++i;
-  if (i == s.size()) {
-    s = {};
-    return false;
-  }
-  if (s[i] == '"') {
-    s.remove_prefix(i + 1);
-    const std::size_t close = s.find('"');
-    sColumn = s.substr(0, close);
-    s.remove_prefix(close == std::string_view::npos ? s.size() : close + 1);
-    return true;
-  }
-  const std::size_t first = i;
-  while (i < s.size() && s[i] != '"' && !isDelimiter(s[i])) ++i;
-  sColumn = s.substr(first, i - first);
-  s.remove_prefix(i);
-  return true;
-}
 
 constexpr bool IsSpace(char ch) { return ch == ' ' || (ch >= '\t' && ch <= '\r'); }
 
 }  // namespace
 
 bool NextColumn(std::string_view& s, std::string_view sDelimiters, std::string_view& sColumn) {
-  return Next(s, sColumn, [sDelimiters](char ch) { return sDelimiters.find(ch) != std::string_view::npos; });
-}
-bool NextColumn(std::string_view& s, std::string_view& sColumn) {
-  return Next(s, sColumn, [](char ch) { return ch == ' '; });
+  return CutColumn(s, sColumn, [sDelimiters](char ch) { return sDelimiters.find(ch) != std::string_view::npos; });
 }
 
 std::string_view Trimmed(std::string_view s) {

@@ -17,9 +17,34 @@ ULONGLONG XTokenString(const char* szText, const char* szDelimiters, CStringArra
 namespace laminate {
 
 /// The next column of a text, as `XTokenString` cuts it; `s` moves behind it. False when there is none left.
+/// `isDelimiter` tells of a byte whether it parts columns.
+template <class IsDelimiter>
+bool CutColumn(std::string_view& s, std::string_view& sColumn, IsDelimiter isDelimiter) {
+  std::size_t i = 0;
+  while (i < s.size() && isDelimiter(s[i])) ++i;
+  if (i == s.size()) {
+    s = {};
+    return false;
+  }
+  if (s[i] == '"') {
+    s.remove_prefix(i + 1);
+    const std::size_t close = s.find('"');
+    sColumn = s.substr(0, close);
+    s.remove_prefix(close == std::string_view::npos ? s.size() : close + 1);
+    return true;
+  }
+  const std::size_t first = i;
+  while (i < s.size() && s[i] != '"' && !isDelimiter(s[i])) ++i;
+  sColumn = s.substr(first, i - first);
+  s.remove_prefix(i);
+  return true;
+}
+/// The same with the bytes of a text as delimiters.
 bool NextColumn(std::string_view& s, std::string_view sDelimiters, std::string_view& sColumn);
 /// The same with the blank as the one delimiter.
-bool NextColumn(std::string_view& s, std::string_view& sColumn);
+inline bool NextColumn(std::string_view& s, std::string_view& sColumn) {
+  return CutColumn(s, sColumn, [](char ch) { return ch == ' '; });
+}
 
 /// A line without the white space of the C locale at both ends.
 std::string_view Trimmed(std::string_view s);

@@ -35,7 +35,7 @@ class ComponentScanner {
 
   Outcome Open(const ScannedLine& line) {
     ReportDropped();
-    m_component.Make(line).m_sCompName = line.Value(2);
+    m_component.Make(line).m_sCompName = line.Column(2);
     return Outcome::next;
   }
   Outcome Close(const ScannedLine&) {
@@ -45,12 +45,12 @@ class ComponentScanner {
   }
   Outcome SetComponentType(const ScannedLine& line) {
     if (!m_component) return Outcome::noRecord;
-    m_component->m_sComponentType = line.Value(3);
+    m_component->m_sComponentType = line.Column(3);
     return Outcome::next;
   }
   Outcome SetFunctionName(const ScannedLine& line) {
     if (!m_component) return Outcome::noRecord;
-    m_component->m_sFunctionName = line.Value(3);
+    m_component->m_sFunctionName = line.Column(3);
     m_report.RefersTo(NameKind::function, line.Place(), line.Column(3));
     return Outcome::next;
   }
@@ -65,7 +65,7 @@ class ComponentScanner {
     if (!m_component) return Outcome::noRecord;
     constexpr std::size_t kFirstName = 3;
     const std::size_t nLast = std::max(kFirstName, CountColumns(line.Text()));
-    for (std::size_t n = kFirstName; n <= nLast; ++n) m_component->m_aSymbolNames.Add(line.Value(n));
+    for (std::size_t n = kFirstName; n <= nLast; ++n) m_component->m_aSymbolNames.Emplace(line.Column(n));
     return Outcome::next;
   }
   Outcome AddPin(const ScannedLine& line) {
@@ -73,8 +73,8 @@ class ComponentScanner {
     auto p = std::make_unique<CVRXoutLcdbCmpCompPin>();
     p->m_nPinId = line.Integer(2);
     SplitPinNames(line.Column(5), p->m_aPinNames);
-    p->m_sGatePinName = line.Value(6);
-    p->m_sSeventhColumn = line.Value(7);
+    p->m_sGatePinName = line.Column(6);
+    p->m_sSeventhColumn = line.Column(7);
     AppendOwned(Required(m_component->m_pPinArray), std::move(p));
     return Outcome::next;
   }
@@ -88,9 +88,11 @@ class ComponentScanner {
  private:
   // Names beyond the hundredth are dropped.
   static void SplitPinNames(std::string_view s, CStringArray& arrNames) {
+    const auto nCommas = static_cast<std::size_t>(std::count(s.begin(), s.end(), ','));
+    arrNames.Preallocate(std::min<std::size_t>(nCommas + 1, kMaxPinNames));
     for (int i = 0; i < kMaxPinNames; ++i) {
       const std::size_t n = s.find(',');
-      arrNames.Add(CString(s.substr(0, n)));
+      arrNames.Emplace(s.substr(0, n));
       if (n == std::string_view::npos) return;
       s.remove_prefix(n + 1);
     }

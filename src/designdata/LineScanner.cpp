@@ -19,12 +19,17 @@ bool ScannedLine::Take(std::string_view sLine, int nNumber) {
 
 std::string_view ScannedLine::Cut(std::size_t n) const {
   if (n == 0) return {};
-  std::string_view column;
+  std::string_view uncut = m_sUncut;
   while (m_columns.size() < n) {
-    if (!NextColumn(m_sUncut, column)) return {};
-    m_columns.push_back(column);
+    // Cut in place: a view that is put together and copied at once makes the processor wait.
+    if (!NextColumn(uncut, m_columns.emplace_back())) {
+      m_columns.pop_back();
+      m_sUncut = {};
+      return {};
+    }
   }
-  return column;
+  m_sUncut = uncut;
+  return m_columns.back();
 }
 
 std::size_t CountColumns(std::string_view s) {

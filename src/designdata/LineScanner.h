@@ -35,18 +35,16 @@ class ScannedLine {
   std::string_view Text() const { return m_sText; }
   /// Column `n`, from 1; empty for 0 and beyond the last.
   std::string_view Column(std::size_t n) const { return n - 1 < m_columns.size() ? m_columns[n - 1] : Cut(n); }
-  CString Value(std::size_t n) const { return CString(Column(n)); }
   /// A column without the brackets that close its forms.
-  CString TrimmedValue(std::size_t n) const { return CString(WithoutClosing(Column(n))); }
+  std::string_view TrimmedColumn(std::size_t n) const {
+    std::string_view s = Column(n);
+    while (s.ends_with(')')) s.remove_suffix(1);
+    return s;
+  }
   int Integer(std::size_t n) const { return Atoi(Column(n)); }
   bool Contains(std::string_view s) const { return m_sText.find(s) != std::string_view::npos; }
   /// What the line ends in, trailing blanks included: a blank behind a bracket makes a difference.
   bool EndsIn(std::string_view s) const { return m_sText.ends_with(s); }
-
-  static std::string_view WithoutClosing(std::string_view s) {
-    while (s.ends_with(')')) s.remove_suffix(1);
-    return s;
-  }
 
  private:
   std::string_view Cut(std::size_t n) const;

@@ -36,22 +36,22 @@ class PackageScanner {
   }
 
   Outcome SetUnit(const ScannedLine& line) {
-    m_data.m_sUnit = line.TrimmedValue(2);
+    m_data.m_sUnit = line.TrimmedColumn(2);
     return Outcome::next;
   }
   Outcome OpenPackage(const ScannedLine& line) {
     ReportDropped();
-    m_package.Make(line).m_sName = line.Value(2);
+    m_package.Make(line).m_sName = line.Column(2);
     return Outcome::next;
   }
   Outcome SetUver(const ScannedLine& line) {
     if (!m_package) return Outcome::noRecord;
-    m_package->m_nUver = Atoi(ScannedLine::WithoutClosing(line.Column(2)));
+    m_package->m_nUver = Atoi(line.TrimmedColumn(2));
     return Outcome::next;
   }
   Outcome SetType(const ScannedLine& line) {
     if (!m_package) return Outcome::noRecord;
-    m_package->m_sType = line.TrimmedValue(2);
+    m_package->m_sType = line.TrimmedColumn(2);
     return Outcome::next;
   }
   Outcome ClosePackage(const ScannedLine&) {
@@ -63,23 +63,23 @@ class PackageScanner {
   }
   Outcome OpenMountForm(const ScannedLine& line) {
     ReportMountForm();
-    m_mountForm.Make(line).m_sMountForm = line.TrimmedValue(2);
+    m_mountForm.Make(line).m_sMountForm = line.TrimmedColumn(2);
     return Outcome::next;
   }
   Outcome SetFootprint(const ScannedLine& line) {
     if (!m_mountForm) return Outcome::noRecord;
-    m_mountForm->m_sFootprintRef = line.TrimmedValue(2);
+    m_mountForm->m_sFootprintRef = line.TrimmedColumn(2);
     return Outcome::next;
   }
   Outcome SetBottomFootprint(const ScannedLine& line) {
     if (!m_mountForm) return Outcome::noRecord;
-    m_mountForm->m_sBottomFootprint = line.TrimmedValue(2);
+    m_mountForm->m_sBottomFootprint = line.TrimmedColumn(2);
     return Outcome::next;
   }
   Outcome SetSpec(const ScannedLine& line) {
     if (!m_mountForm) return Outcome::noRecord;
-    const CString s = line.TrimmedValue(2);
-    m_mountForm->m_sSpec = s.IsEmpty() ? CString("default") : s;
+    const std::string_view s = line.TrimmedColumn(2);
+    m_mountForm->m_sSpec = s.empty() ? "default" : s;
     return Outcome::next;
   }
   Outcome CloseMountForm(const ScannedLine&) {

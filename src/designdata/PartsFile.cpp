@@ -74,20 +74,20 @@ class PartsScanner {
   Outcome OpenPart(const ScannedLine& line) {
     BeginBlock(line);
     m_pPart = &AppendOwned(Required(m_data.m_pPrfPartArray), std::make_unique<CVRXoutPrfPart>());
-    m_pPart->m_sName = line.Value(2);
+    m_pPart->m_sName = line.Column(2);
     return Outcome::next;
   }
   Outcome OpenPinAssign(const ScannedLine& line) {
     BeginBlock(line);
     m_pPinAssign = &AppendOwned(Required(m_data.m_pPrfPinAssignArray), std::make_unique<CVRXoutPrfPinAssign>());
-    m_pPinAssign->m_sName = line.Value(2);
+    m_pPinAssign->m_sName = line.Column(2);
     m_report.Defines(NameKind::pinAssign, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome OpenFunction(const ScannedLine& line) {
     BeginBlock(line);
     m_pFunction = &AppendOwned(Required(m_data.m_pPrfFunctionArray), std::make_unique<CVRXoutPrfFunction>());
-    m_pFunction->m_sName = line.Value(2);
+    m_pFunction->m_sName = line.Column(2);
     m_report.Defines(NameKind::function, line.Place(), line.Column(2));
     return Outcome::next;
   }
@@ -100,21 +100,21 @@ class PartsScanner {
   // ---- a part ----
   Outcome SetFootprintRef(const ScannedLine& line) {
     if (m_pPart == nullptr) return Outcome::noRecord;
-    m_pPart->m_sFootprintRef = line.Value(2);
+    m_pPart->m_sFootprintRef = line.Column(2);
     return Outcome::next;
   }
   Outcome SetPackageRef(const ScannedLine& line) {
-    m_pPart->m_sPackageRef = line.Value(2);
+    m_pPart->m_sPackageRef = line.Column(2);
     m_report.RefersTo(NameKind::package, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome SetPinAssignRef(const ScannedLine& line) {
-    m_pPart->m_sPinAssignRef = line.Value(2);
+    m_pPart->m_sPinAssignRef = line.Column(2);
     m_report.RefersTo(NameKind::pinAssign, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome SetPartClass(const ScannedLine& line) {
-    m_pPart->m_sPartClass = line.Value(2);
+    m_pPart->m_sPartClass = line.Column(2);
     m_data.vCleanString(m_pPart->m_sPartClass);
     return Outcome::next;
   }
@@ -123,9 +123,9 @@ class PartsScanner {
   Outcome AddStockProperty(const ScannedLine& line) { return AddProperty(m_pPart->m_pStockPropertyArray, line); }
   // Every other line of a part: its keyword becomes the key.
   Outcome AddGenericProperty(const ScannedLine& line) {
-    CString sKey = line.Value(1);
+    CString sKey(line.Column(1));
     if (line.Column(1).starts_with('(')) sKey.Remove('(');
-    CString sValue = line.Value(2);
+    CString sValue(line.Column(2));
     if (line.Column(2).ends_with(')')) sValue.Remove(')');
     AppendOwned(Required(m_pPart->m_pPropertyArray), std::make_unique<CLProperty>(sKey, sValue));
     return Outcome::next;
@@ -133,12 +133,12 @@ class PartsScanner {
   Outcome AddPartPort(const ScannedLine& line) {
     const bool bType = line.Contains("portType");
     auto p = std::make_unique<CVRXoutPrfPartPort>();
-    p->m_sPortNo = line.Value(2);
+    p->m_sPortNo = line.Column(2);
     if (line.Contains("portName")) {
-      p->m_sPortName = line.Value(6);
-      if (bType) p->m_sPortType = line.TrimmedValue(9);
+      p->m_sPortName = line.Column(6);
+      if (bType) p->m_sPortType = line.TrimmedColumn(9);
     } else if (bType) {
-      p->m_sPortType = line.TrimmedValue(6);
+      p->m_sPortType = line.TrimmedColumn(6);
     }
     AppendOwned(Required(m_pPart->m_pPortArray), std::move(p));
     return Outcome::next;
@@ -155,13 +155,13 @@ class PartsScanner {
   // ---- a part's gate ----
   Outcome OpenGate(const ScannedLine& line) {
     m_pGate = &AppendOwned(Required(m_pPart->m_pGateDefArray), std::make_unique<CVRXoutPrfPartGateDef>());
-    m_pGate->m_sGateName = line.Value(3);
+    m_pGate->m_sGateName = line.Column(3);
     return Outcome::next;
   }
   Outcome AddGateProperty(const ScannedLine& line) { return AddProperty(m_pGate->m_pPropertyArray, line); }
   Outcome OpenGateTerminal(const ScannedLine& line) { return line.EndsIn("))") ? Outcome::stays : Outcome::next; }
   Outcome AddPortRef(const ScannedLine& line) {
-    m_pGate->m_aPortRefs.Add(line.Value(3));
+    m_pGate->m_aPortRefs.Emplace(line.Column(3));
     return Outcome::next;
   }
 
@@ -169,24 +169,24 @@ class PartsScanner {
   Outcome AddPinAssignProperty(const ScannedLine& line) { return AddProperty(m_pPinAssign->m_pPropertyArray, line); }
   Outcome AddPinAssignPort(const ScannedLine& line) {
     auto p = std::make_unique<CVRXoutPrfPinAssignPort>();
-    p->m_sPortNo = line.Value(2);
+    p->m_sPortNo = line.Column(2);
     p->m_nPinId = line.Integer(4);
-    p->m_sPortName = line.Value(6);
-    p->m_sPortType = line.Value(8);
+    p->m_sPortName = line.Column(6);
+    p->m_sPortType = line.Column(8);
     AppendOwned(Required(m_pPinAssign->m_pPortArray), std::move(p));
     return Outcome::next;
   }
   Outcome OpenFunctionInstance(const ScannedLine& line) {
     auto p = std::make_unique<CVRXoutPrfPinAssignFuncInst>();
-    p->m_sFunctionRef = line.Value(3);
+    p->m_sFunctionRef = line.Column(3);
     m_pInstance = &AppendOwned(Required(m_pPinAssign->m_pFuncInstArray), std::move(p));
     m_report.RefersTo(NameKind::function, line.Place(), m_pInstance->m_sFunctionRef.View());
     return Outcome::next;
   }
   Outcome AddInstancePort(const ScannedLine& line) {
     auto p = std::make_unique<CVRXoutPrfPinAssignFuncInstPort>();
-    p->m_sPortNo = line.Value(2);
-    p->m_sMatch = line.Value(4);
+    p->m_sPortNo = line.Column(2);
+    p->m_sMatch = line.Column(4);
     AppendOwned(Required(m_pInstance->m_pPortArray), std::move(p));
     return Outcome::next;
   }
@@ -195,9 +195,9 @@ class PartsScanner {
   Outcome AddFunctionProperty(const ScannedLine& line) { return AddProperty(m_pFunction->m_pPropertyArray, line); }
   Outcome AddFunctionPort(const ScannedLine& line) {
     auto p = std::make_unique<CVRXoutPrfFunctionPort>();
-    p->m_sPortNo = line.Value(2);
+    p->m_sPortNo = line.Column(2);
     p->m_nSymbPinId = line.Integer(4);
-    p->m_sPortType = line.Value(6);
+    p->m_sPortType = line.Column(6);
     AppendOwned(Required(m_pFunction->m_pPortArray), std::move(p));
     return Outcome::next;
   }
@@ -216,14 +216,17 @@ class PartsScanner {
                                                      "function"};
 
   static Outcome AddProperty(CLPropertyArray* pArray, const ScannedLine& line) {
-    AppendOwned(Required(pArray), std::make_unique<CLProperty>(line.Value(2), line.Value(3)));
+    auto p = std::make_unique<CLProperty>();
+    p->m_sItem = line.Column(2);
+    p->m_sComment = line.Column(3);
+    AppendOwned(Required(pArray), std::move(p));
     return Outcome::next;
   }
   void BeginBlock(const ScannedLine& line) {
     if (!m_report.IsWanted()) return;
     ReportOpenBlock();
     m_block = line.Place();
-    m_sBlockName = line.Value(2);
+    m_sBlockName = line.Column(2);
   }
 
   CPC_BD_OutClsGet& m_data;

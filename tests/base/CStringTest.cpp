@@ -137,6 +137,30 @@ TEST(CString, IsAssignedFromItself) {
   }
 }
 
+// Short texts are copied in pieces that overlap.
+TEST(CString, IsAssignedTextsOfEveryLength) {
+  const std::string bytes = "0123456789abcdefghij";
+  for (std::size_t n = 0; n <= 18; ++n) {
+    const std::string_view text = std::string_view(bytes).substr(0, n);
+    for (const char* szBefore : {"", "before", "a text that is held outside"}) {
+      CString s = szBefore;
+      s = text;
+      EXPECT_EQ(s, text);
+      CString padded = szBefore;
+      padded.AssignPadded(text);
+      EXPECT_EQ(padded, text);
+      EXPECT_EQ(padded.GetString()[n], '\0');
+    }
+    EXPECT_EQ(CString(text), text);
+    // A part of the text itself, from each place on.
+    for (std::size_t nFrom = 0; nFrom <= n; ++nFrom) {
+      CString s(text);
+      s = s.View().substr(nFrom);
+      EXPECT_EQ(s, text.substr(nFrom));
+    }
+  }
+}
+
 TEST(CString, GivesBytesByPosition) {
   for (const std::size_t n : kLengths) {
     const std::string text = Sample(n);
