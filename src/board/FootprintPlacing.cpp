@@ -12,6 +12,7 @@
 #include "drawobj/CBDdrawPad.h"
 #include "drawobj/CBDdrawPadstack.h"
 #include "drawobj/CBDsurface.h"
+#include "drawobj/ShapeTools.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintLayer.h"
 #include "technology/CBDheelprint.h"
@@ -21,7 +22,9 @@
 #include "technology/CBDtoeprintPin.h"
 
 using laminate::AppendOwned;
+using laminate::CopyDrawObj;
 using laminate::Required;
+using laminate::Scale;
 
 namespace {
 
@@ -36,12 +39,6 @@ double* PadAngle(CBDdrawObj& shape) {
   if (auto* pPad = dynamic_cast<CBDdrawPad*>(&shape)) return &pPad->m_dAngle;
   if (auto* pPadstack = dynamic_cast<CBDdrawPadstack*>(&shape)) return &pPadstack->m_dAngle;
   return nullptr;
-}
-
-void Scale(CPointD& pt, double dScale) {
-  if (dScale == 1.0) return;
-  pt.x *= dScale;
-  pt.y *= dScale;
 }
 
 // Pads of pins wrap once, at 360 and above.
@@ -73,7 +70,7 @@ std::unique_ptr<CBDpin> PlacePin(const CBDtoeprintPin& toeprint, const Place& pl
   pt.MoveRotate(-place.location.x, -place.location.y, place.turn);
   for (const CBDdrawObj* pShape : Required(toeprint.m_pDrawObjArray)) {
     if (pShape == nullptr) continue;
-    std::unique_ptr<CBDdrawObj> pCopy(pShape->pCopy());
+    std::unique_ptr<CBDdrawObj> pCopy = CopyDrawObj(*pShape);
     // The scale works on the pin once more for each of its shapes; the shapes keep their size and offsets.
     Scale(pt, place.scale);
     if (pCopy == nullptr) continue;
@@ -87,7 +84,7 @@ std::unique_ptr<CBDpin> PlacePin(const CBDtoeprintPin& toeprint, const Place& pl
 // A shape of the body: pads and padstacks go to their place, all other shapes stay where the footprint has them.
 std::unique_ptr<CBDdrawObj> PlaceBodyShape(CBDfootprint& footprint, CBDtechnologyContainer* pTechnology,
                                            const CBDdrawObj& shape, const Place& place) {
-  std::unique_ptr<CBDdrawObj> pCopy(shape.pCopy());
+  std::unique_ptr<CBDdrawObj> pCopy = CopyDrawObj(shape);
   if (pCopy == nullptr) return pCopy;
   double* pAngle = PadAngle(*pCopy);
   if (pAngle != nullptr) place.Move(*pCopy);

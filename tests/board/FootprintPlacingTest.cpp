@@ -3,10 +3,15 @@
 
 #include <cmath>
 #include <functional>
+#include <iterator>
 #include <memory>
+#include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
+#include "base/AllocationFault.h"
 #include "base/HostInterface.h"
 #include "board/CBDcomponent.h"
 #include "board/CBDgate.h"
@@ -110,7 +115,7 @@ std::unique_ptr<CBDtechnologyContainer> TwoSides() {
          {{"Top", {"1"}}, {"Legend", {"Legend-A"}}, {"Body", {"Body-A"}}, {"Carbon", {"Carbon-A"}}, {"Void", {}}});
   AddMap(*p, "B", {{"Top", {"4"}}, {"Legend", {"Legend-B"}}, {"Body", {"Body-B"}}});
   AddMap(*p, "A_THRU", {{"Inner", {"2", "3"}}, {"FPADSTACK", {"Elsewhere"}}, {"Legend", {"Elsewhere"}}});
-  AddMap(*p, "B_THRU", {{"Inner", {"2", "3"}}, {"FPADSTACK", {"Elsewhere"}}});
+  AddMap(*p, "B_THRU", {{"Inner", {"2", "3"}}, {"FPADSTACK", {"Elsewhere"}}, {"Top", {"Last"}}});
   return p;
 }
 
@@ -423,6 +428,8 @@ TEST(FootprintPlacing, PinShapesGoToTheirPlaceAtEverySideAngleAndScale) {
       }
     }
   }
+  // Of the oblong at each of two sides, eight angles and three scales.
+  EXPECT_EQ(boxes.texts, std::vector<std::string>(48, kOblongText));
 }
 
 TEST(FootprintPlacing, BodyShapesStayButForPadsAtEverySideAngleAndScale) {
@@ -541,24 +548,32 @@ TEST(FootprintPlacing, TheAngleIsKeptAsItWasPassed) {
   struct Row {
     const char* side;
     double angle;
-    CPointD pin;  // where a pin at (1, 2) comes to lie
+    CPointD pin;      // where a pin at (1, 2) comes to lie, and a pad of it that stands there
+    double padAngle;  // of the pad, which has none
   };
   const Row rows[] = {
-      {"B", 90, {2, 1}},                                                 // turned by 270 after mirroring
-      {"B", 0, {-1, 2}},                                                 // a turn of 360 is none
-      {"A", 450, {-2, 1}},                                               // as it stands on side A
-      {"B", 450, {2, 1}},                                                // -450 lifted once: -90
-      {"B", -450, {-2, -1}}, {"A", 90, {-2, 1}},    {"b", 90, {-2, 1}},  // no side B: compared exactly
-      {"", 90, {-2, 1}},     {"BOTH", 90, {-2, 1}},
+      {"B", 90, {2, 1}, 270},     // turned by 270 after mirroring
+      {"B", 0, {-1, 2}, 0},       // a turn of 360 is none
+      {"A", 450, {-2, 1}, 90},    // as it stands on side A
+      {"B", 450, {2, 1}, -90},    // -450 lifted once
+      {"B", -450, {-2, -1}, 90},  //
+      {"A", 90, {-2, 1}, 90},     //
+      {"b", 90, {-2, 1}, 90},     // no side B: compared exactly
+      {"", 90, {-2, 1}, 90},      //
+      {"BOTH", 90, {-2, 1}, 90},
   };
   for (const Row& row : rows) {
     CBDfootprint footprint;
-    AddPin(footprint, "1", {1, 2});
+    AddTo(AddPin(footprint, "1", {1, 2}).m_pDrawObjArray, NewPad({1, 2}, 0));
     const auto pComponent = Put(footprint, nullptr, row.side, row.angle);
     EXPECT_EQ(pComponent->m_dAngle, row.angle);
     EXPECT_EQ(pComponent->m_sPlacementSide, row.side);
-    ExpectPoint(pComponent->m_pPinArray->GetAt(0)->m_ptLocation, row.pin, kExact,
-                row.side + std::string(" ") + std::to_string(row.angle));
+    const std::string sWhat = row.side + std::string(" ") + std::to_string(row.angle);
+    const CBDpin& pin = *pComponent->m_pPinArray->GetAt(0);
+    ExpectPoint(pin.m_ptLocation, row.pin, kExact, sWhat);
+    const auto& pad = dynamic_cast<const CBDdrawPad&>(*pin.m_pDrawObjArray->GetAt(0));
+    ExpectPoint(pad.m_pt, row.pin, kExact, sWhat);
+    EXPECT_EQ(pad.m_dAngle, row.padAngle) << sWhat;
   }
 }
 
@@ -603,6 +618,13 @@ TEST(FootprintPlacing, PinsAndBodyWrapTheAnglesOfPadsEachInTheirWay) {
       EXPECT_EQ(*AngleOf(*pComponent->m_pDrawObjArray->GetAt(0)), row.inBody) << sWhat;
     }
   }
+}
+
+TEST(FootprintPlacing, NoTurnOfTheBackIsAPositiveZero) {
+  CBDfootprint footprint;
+  AddTo(AddPin(footprint, "1", {}).m_pDrawObjArray, NewPad({}, -0.0));
+  const auto pComponent = Put(footprint, nullptr, "B", 0);
+  EXPECT_FALSE(std::signbit(*AngleOf(*pComponent->m_pPinArray->GetAt(0)->m_pDrawObjArray->GetAt(0))));
 }
 
 // ---- scale ----
@@ -704,6 +726,7 @@ TEST(FootprintPlacing, LayersOfTheBodyBecomeThoseOfTheBoard) {
       {"CIRCLE", "A", "Inner", "2", "conductive"},             // of the map of what goes through, its first layer
       {"CIRCLE", "A", "Carbon", "Carbon-A", "nonConductive"},  // the board says what it is
       {"CIRCLE", "B", "Carbon", "", "conductive"},             // on no layer of that side
+      {"CIRCLE", "b", "Top", "Last", "conductive"},            // no such side: the last map serves
       {"CIRCLE", "A", "Legend", "Legend-A", "kept"},           // the type of other layers stays
       {"CIRCLE", "A", "FPADSTACK", "PADSTACK", "kept"},
       {"DRAWPADSTACK", "B", "FPADSTACK", "PADSTACK", "kept"},
@@ -713,13 +736,35 @@ TEST(FootprintPlacing, LayersOfTheBodyBecomeThoseOfTheBoard) {
   const auto pTechnology = TwoSides();
   for (const Row& row : rows) {
     CBDfootprint footprint;
-    AddTo(footprint.m_pHeelprint->m_pDrawObjArray, Make(row.tag), row.layer).m_sLayerType = "kept";
+    CBDtoeprintPin& pin = AddPin(footprint, "1", {});
+    for (CBDdrawObjArray* pHome : {footprint.m_pHeelprint->m_pDrawObjArray, pin.m_pDrawObjArray}) {
+      CBDdrawObj& shape = AddTo(pHome, Make(row.tag), row.layer);
+      shape.m_sLayerType = "kept";
+      shape.m_nLayerNumber = 7;
+    }
     const auto pComponent = Put(footprint, pTechnology.get(), row.side, 0);
     const CBDdrawObj& copy = *pComponent->m_pDrawObjArray->GetAt(0);
     EXPECT_EQ(copy.m_sLayerName, row.expectedLayer) << row.layer;
     EXPECT_EQ(copy.m_sLayerType, row.expectedType) << row.layer;
-    EXPECT_EQ(copy.m_nLayerNumber, 0) << row.layer;
+    EXPECT_EQ(copy.m_nLayerNumber, 7) << row.layer;
+    const CBDdrawObj& inPin = *pComponent->m_pPinArray->GetAt(0)->m_pDrawObjArray->GetAt(0);
+    EXPECT_EQ(inPin.m_sLayerName, row.layer) << "shapes of pins keep the layer of the footprint";
+    EXPECT_EQ(inPin.m_sLayerType, "kept") << row.layer;
+    EXPECT_EQ(inPin.m_nLayerNumber, 7) << row.layer;
   }
+}
+
+TEST(FootprintPlacing, TheLayerOfPadsIsLookedUpOnceForItsKindAndNeverForItsName) {
+  CBDtechnologyContainer technology;
+  AddFootprintLayer(technology, "FPADSTACK", "CONDUCTIVE");
+  for (const char* sz : {"A", "A_THRU"}) AddMap(technology, sz, {{"FPADSTACK", {}}});
+  CBDfootprint footprint;
+  AddTo(footprint.m_pHeelprint->m_pDrawObjArray, new CBDcircle, "FPADSTACK");
+  const Boxes boxes;
+  const auto pComponent = Put(footprint, &technology, "A", 0);
+  EXPECT_EQ(boxes.texts, (std::vector<std::string>{kNoLayerText, kNoLayerText}));
+  EXPECT_EQ(pComponent->m_pDrawObjArray->GetAt(0)->m_sLayerName, "PADSTACK");
+  EXPECT_EQ(pComponent->m_pDrawObjArray->GetAt(0)->m_sLayerType, "conductive");
 }
 
 TEST(FootprintPlacing, OnlySurfacesOfBodyAreasBecomeAreas) {
@@ -757,6 +802,20 @@ TEST(FootprintPlacing, AnOblongOfAPinStaysAndIsWarnedOf) {
   const auto pComponent = Put(footprint, pTechnology.get(), "B", 90, {10, 20});
   EXPECT_EQ(boxes.texts, std::vector<std::string>{kOblongText});
   ExpectPoint(*AnchorsOf(*pComponent->m_pPinArray->GetAt(0)->m_pDrawObjArray->GetAt(0))[0].point, {1, 2}, kExact, "");
+}
+
+// The placeholder of a new hole or padstack would be warned of when it moves, but a copy has none.
+TEST(FootprintPlacing, PlaceholdersAreLeftBehindWithoutAWarning) {
+  CBDfootprint footprint;
+  CBDdrawObjArray* pShapes = AddPin(footprint, "1", {}).m_pDrawObjArray;
+  ASSERT_NE(AddTo(pShapes, new CBDhole).m_pShape, nullptr);
+  ASSERT_NE(AddTo(pShapes, new CBDdrawPadstack).m_pHole, nullptr);
+  const Boxes boxes;
+  const auto pComponent = Put(footprint, nullptr, "B", 90, {10, 20});
+  EXPECT_EQ(boxes.texts, std::vector<std::string>{});
+  CBDdrawObjArray& copies = *pComponent->m_pPinArray->GetAt(0)->m_pDrawObjArray;
+  EXPECT_EQ(As<CBDhole>(*copies.GetAt(0))->m_pShape, nullptr);
+  EXPECT_EQ(As<CBDdrawPadstack>(*copies.GetAt(1))->m_pHole, nullptr);
 }
 
 TEST(FootprintPlacing, WhatHasNoCopyIsLeftOut) {
@@ -824,6 +883,64 @@ TEST(FootprintPlacing, WhatIsMissingRaisesWhereItIsNeeded) {
     footprint.m_pToeprintPinArray = nullptr;
     EXPECT_THROW(Put(footprint, pTechnology.get(), "A", 0), CInvalidArgException);
   }
+}
+
+// A footprint with something of everything, and a technology for it.
+void Fill(CBDfootprint& footprint) {
+  for (const Kind& kind : Kinds()) {
+    if (std::string_view(kind.tag) == "OBLONG") continue;  // which warns
+    AddTo(AddPin(footprint, kind.tag, {1, 2}).m_pDrawObjArray, kind.make(), "FPADSTACK");
+    AddTo(footprint.m_pHeelprint->m_pDrawObjArray, kind.make(), "Body");
+  }
+}
+
+TEST(FootprintPlacing, EachPlacingStandsForItself) {
+  CBDfootprint footprint;
+  Fill(footprint);
+  const auto pTechnology = TwoSides();
+  auto pFirst = Put(footprint, pTechnology.get(), "A", 0, {10, 20});
+  const auto pSecond = Put(footprint, pTechnology.get(), "A", 0, {10, 20});
+  pFirst.reset();
+  ASSERT_EQ(pSecond->m_pPinArray->GetSize(), footprint.m_pToeprintPinArray->GetSize());
+  for (INT_PTR i = 0; i < pSecond->m_pPinArray->GetSize(); ++i) {
+    CBDdrawObj& source = *footprint.m_pToeprintPinArray->GetAt(i)->m_pDrawObjArray->GetAt(0);
+    const Anchors from = AnchorsOf(source);
+    const Anchors to = AnchorsOf(*pSecond->m_pPinArray->GetAt(i)->m_pDrawObjArray->GetAt(0));
+    ASSERT_EQ(from.size(), to.size()) << source.m_sKind.GetString();
+    for (std::size_t k = 0; k < to.size(); ++k) ExpectPoint(*to[k].point, Expected(from[k], false, 0, {10, 20}), 0, "");
+  }
+  EXPECT_EQ(pSecond->m_pDrawObjArray->GetSize(), footprint.m_pHeelprint->m_pDrawObjArray->GetSize());
+}
+
+TEST(FootprintPlacing, AHostThatRaisesEndsIt) {
+  class Raising : public CHostInterface {
+   public:
+    int OnAfxMessageBox(const CString&, UINT, UINT) override { throw std::out_of_range("a box"); }
+
+   private:
+    CHostInterfaceScope m_scope{*this};
+  };
+  CBDfootprint footprint;
+  Fill(footprint);
+  AddTo(footprint.m_pHeelprint->m_pDrawObjArray, new CBDcircle, "Void");
+  const auto pTechnology = TwoSides();
+  const Raising host;
+  EXPECT_THROW(Put(footprint, pTechnology.get(), "A", 0), std::out_of_range);
+}
+
+TEST(FootprintPlacing, EndsSoundlyWithoutMemory) {
+  CBDfootprint footprint;
+  for (int i = 0; i < 20; ++i) Fill(footprint);
+  AddPin(footprint, "a name that is kept apart from its string", {});
+  const auto pTechnology = TwoSides();
+  EXPECT_GT(laminate::test::ForEachFailingAllocation(
+                laminate::test::OnlyPlatforms([&] {
+                  Put(footprint, pTechnology.get(), "B", 90, {10, 20}, 2);
+                }),
+                [&] { ASSERT_EQ(footprint.m_pHeelprint->m_pDrawObjArray->GetSize(), 20 * (std::ssize(Kinds()) - 1)); }),
+            10);
+  EXPECT_EQ(Put(footprint, pTechnology.get(), "A", 0)->m_pPinArray->GetSize(),
+            footprint.m_pToeprintPinArray->GetSize());
 }
 
 // ---- footprint layer to board layer ----
@@ -956,4 +1073,30 @@ TEST(FootprintLayerNames, NullPointersRaise) {
   EXPECT_THROW(footprint.sGetBDBoardLayNameFromFootprintLayName(&technology, "Top", "A"), CInvalidArgException);
   EXPECT_THROW(footprint.sGetBDfootprintLayNameFromBDBoardLayName(technology.m_pMapArray, "1", "A"),
                CInvalidArgException);
+}
+
+TEST(FootprintLayerNames, ArraysThatATechnologyLacksRaise) {
+  struct Row {
+    const char* name;
+    std::function<void(CBDtechnologyContainer&)> rob;
+    std::function<void(CBDfootprint&, CBDtechnologyContainer&)> look;
+  };
+  const Row rows[] = {
+      {"maps", [](CBDtechnologyContainer& t) { delete std::exchange(t.m_pMapArray, nullptr); },
+       [](CBDfootprint& f, CBDtechnologyContainer& t) { f.sGetBDBoardLayNameFromFootprintLayName(&t, "Top", "A"); }},
+      {"footprint layers", [](CBDtechnologyContainer& t) { delete std::exchange(t.m_pFootprintLayerArray, nullptr); },
+       [](CBDfootprint& f, CBDtechnologyContainer& t) { f.sGetFootprintLayTypeFromFootprintLayName(&t, "Top"); }},
+      {"sub-layers", [](CBDtechnologyContainer& t) { delete std::exchange(t.m_pSubLayerArray, nullptr); },
+       [](CBDfootprint& f, CBDtechnologyContainer& t) { f.sGetSubLayTypeFromBoardLayName(&t, "1"); }},
+  };
+  for (const Row& row : rows) {
+    const auto pTechnology = TwoSides();
+    CBDfootprint footprint;
+    AddTo(AddPin(footprint, "1", {}).m_pDrawObjArray, NewFullPad());
+    row.rob(*pTechnology);
+    EXPECT_THROW(row.look(footprint, *pTechnology), CInvalidArgException) << row.name;
+    EXPECT_EQ(Put(footprint, pTechnology.get(), "A", 0)->m_pPinArray->GetSize(), 1) << row.name << ": no body";
+    AddTo(footprint.m_pHeelprint->m_pDrawObjArray, NewSurface(), "Top");
+    EXPECT_THROW(Put(footprint, pTechnology.get(), "A", 0), CInvalidArgException) << row.name;
+  }
 }
