@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
@@ -6,13 +7,16 @@
 #include "Command.h"
 #include "DesignEdit.h"
 #include "JsonBoard.h"
+#include "JsonText.h"
 #include "LoadBoard.h"
 #include "OutputFile.h"
 #include "Paths.h"
 #include "SaveBoard.h"
 #include "Suggestions.h"
+#include "UndefinedPads.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
+#include "drawobj/CBDdrawObj.h"
 #include "render/Picture.h"
 #include "render/Scene.h"
 #include "technology/CBDfootprint.h"
@@ -37,11 +41,11 @@ struct Options {
 };
 
 CBDfootprint& RequireFootprint(Console& console, const Options& options, const CBDesigner& root) {
-  const CString sName{std::string_view(options.footprint)};
-  CBDfootprint* pFootprint = root.m_pFootprintContainer->pGetFootprintWithName(sName);
-  if (pFootprint != nullptr) return *pFootprint;
   std::vector<std::string> names;
-  for (const CBDfootprint* p : *root.m_pFootprintContainer->m_pFootprintArray) names.emplace_back(p->m_sName.View());
+  for (CBDfootprint* p : *root.m_pFootprintContainer->m_pFootprintArray) {
+    if (Means(options.footprint, p->m_sName.View())) return *p;
+    names.emplace_back(p->m_sName.View());
+  }
   console.Fail({options.files.ftf},
                "no footprint '" + OneLine(options.footprint) + "'" + DidYouMean(options.footprint, names));
 }
@@ -56,7 +60,7 @@ std::unique_ptr<CBDcomponent> PlaceFootprint(Console& console, const Options& op
     console.Fail({options.files.ftf}, "footprint '" + OneLine(options.footprint) + "' cannot be placed: " + e.what());
   }
   pComponent->m_sReference = std::string_view(options.reference);
-  pComponent->m_sFootprint = std::string_view(options.footprint);
+  pComponent->m_sFootprint = footprint.m_sName;
   pComponent->m_ptLocation = options.at;
   return pComponent;
 }
@@ -74,11 +78,21 @@ void WriteRecord(Console& console, OutputFile& out, CBDcomponent& component) {
   out.Write({text.get(), nText});
 }
 
-void DrawComponent(OutputFile& out, const Options& options, const CBDesigner& root, const CBDcomponent& component) {
+void DrawComponent(Console& console, OutputFile& out, const Options& options, const CBDesigner& root,
+                   const CBDcomponent& component) {
   Scene scene(root, {.layers = {}, .side = options.side == "B" ? View::sideB : View::sideA});
   scene.AddComponent(component);
-  DrawPicture(scene, BoundsOf(scene), {.format = *FormatOf(options.picture)},
+  NoteUndefinedPads(console, options.files, scene);
+  DrawPicture(scene, BoundsOf(scene),
+              {.format = *FormatOf(options.picture), .step = [&out] { out.EndWhenInterrupted(); }},
               [&out](std::string_view s) { out.Write(s); });
+}
+
+// The writer leaves a record's last layer open when the last shape has none.
+bool IsLeftOpen(const CBDcomponent& component) {
+  const CBDdrawObjArray& shapes = *component.m_pDrawObjArray;
+  return !shapes.IsEmpty() && shapes.GetLastElement()->m_sLayerName.IsEmpty() &&
+         std::ranges::any_of(shapes, [](const CBDdrawObj* p) { return !p->m_sLayerName.IsEmpty(); });
 }
 
 void RefuseSecondOfName(Console& console, const Options& options, const CBDesigner& root) {
@@ -111,7 +125,7 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   std::optional<OutputFile> picture;
   if (!options.picture.empty()) {
     picture.emplace(console, options.picture);
-    DrawComponent(*picture, options, root, *pComponent);
+    DrawComponent(console, *picture, options, root, *pComponent);
   }
   CBDcomponent& component = *pComponent;
   if (saved) {
@@ -124,6 +138,10 @@ int Run(Console& console, const Settings& settings, const Options& options) {
     json.Finish();
   } else {
     WriteRecord(console, out, component);
+    if (IsLeftOpen(component)) {
+      console.Warning({options.files.ftf}, "the record does not close: the last shape of footprint '" +
+                                               OneLine(ToUtf8(options.footprint)) + "' has no layer on the board");
+    }
   }
   if (saved) saved->Commit();
   out.Commit();

@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <memory>
+#include <optional>
 
 #include "Command.h"
 #include "Extent.h"
@@ -7,6 +8,7 @@
 #include "OutputFile.h"
 #include "Paths.h"
 #include "Suggestions.h"
+#include "UndefinedPads.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
 #include "render/Picture.h"
@@ -18,7 +20,7 @@ namespace {
 
 struct Options {
   BoardFiles files;
-  std::string component;
+  std::optional<std::string> component;
   std::vector<std::string> layers;
   std::string side;
   PictureSettings picture;
@@ -29,34 +31,34 @@ struct Options {
 std::vector<std::string> SelectedLayers(Console& console, const Options& options, const BoardLayers& layers) {
   std::vector<std::string> selected;
   const auto take = [&](const std::string& sName) {
-    if (layers.Find(sName) < 0) {
+    const auto it = std::ranges::find_if(layers.All(), [&](const BoardLayer& l) { return Means(sName, l.name); });
+    if (it != layers.All().end()) selected.push_back(it->name);
+    return it != layers.All().end();
+  };
+  for (const std::string& sList : options.layers) {
+    if (take(sList)) continue;
+    for (std::size_t nFrom = 0; nFrom <= sList.size();) {
+      const std::size_t n = std::min(sList.find(',', nFrom), sList.size());
+      const std::string sName = sList.substr(nFrom, n - nFrom);
+      nFrom = n + 1;
+      if (sName.empty() || take(sName)) continue;
       std::vector<std::string> names;
       for (const BoardLayer& layer : layers.All()) names.push_back(layer.name);
       console.Fail({options.files.pcf}, "no layer '" + sName + "'" + DidYouMean(sName, names));
     }
-    selected.push_back(sName);
-  };
-  for (const std::string& sList : options.layers) {
-    if (layers.Find(sList) >= 0) {
-      selected.push_back(sList);
-      continue;
-    }
-    for (std::size_t nFrom = 0; nFrom <= sList.size();) {
-      const std::size_t n = std::min(sList.find(',', nFrom), sList.size());
-      if (n > nFrom) take(sList.substr(nFrom, n - nFrom));
-      nFrom = n + 1;
-    }
   }
+  if (selected.empty()) console.Fail({"laminate render"}, "--layers names no layer", kUsage);
   return selected;
 }
 
 const CBDcomponent& RequireComponent(Console& console, const Options& options, const CBDesigner& root) {
   std::vector<std::string> names;
   for (const CBDcomponent* pComponent : *root.m_pBoardContainer->m_pComponentArray) {
-    if (pComponent->m_sReference == std::string_view(options.component)) return *pComponent;
+    if (Means(*options.component, pComponent->m_sReference.View())) return *pComponent;
     names.emplace_back(pComponent->m_sReference.View());
   }
-  console.Fail({options.files.pcf}, "no component '" + options.component + "'" + DidYouMean(options.component, names));
+  console.Fail({options.files.pcf},
+               "no component '" + *options.component + "'" + DidYouMean(*options.component, names));
 }
 
 int Run(Console& console, const Settings& settings, Options options) {
@@ -76,7 +78,7 @@ int Run(Console& console, const Settings& settings, Options options) {
   }
   Scene scene(root, selection);
   Box frame;
-  if (options.component.empty()) {
+  if (!options.component) {
     scene.AddBoard();
     const Extent extent = BoardExtent(root);
     if (extent.IsEmpty()) {
@@ -89,12 +91,9 @@ int Run(Console& console, const Settings& settings, Options options) {
     scene.AddComponent(RequireComponent(console, options, root));
     frame = BoundsOf(scene);
   }
-  if (scene.CountUndefined() > 0) {
-    console.Note({options.files.pcf},
-                 std::to_string(scene.CountUndefined()) + " pads have no definition in the footprint library" +
-                     (options.files.ftf.empty() ? " (there is no --ftf)" : "") + ": each is drawn as a small ring");
-  }
+  NoteUndefinedPads(console, options.files, scene);
   OutputFile out(console, options.output);
+  options.picture.step = [&out] { out.EndWhenInterrupted(); };
   DrawPicture(scene, frame, options.picture, [&out](std::string_view s) { out.Write(s); });
   out.Commit();
   return kDone;

@@ -36,6 +36,10 @@ void OutputFile::Fail(std::string_view sReason) { m_console.Fail({m_sName}, sRea
 void OutputFile::Write(std::string_view s) {
   m_pText->Bytes(s);
   if (m_pText->Failed()) Fail(CannotWrite(m_pText->Error()));
+  EndWhenInterrupted();
+}
+
+void OutputFile::EndWhenInterrupted() {
   if (InterruptGuard::Pending()) Fail("interrupted");
 }
 

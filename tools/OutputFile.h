@@ -21,6 +21,8 @@ class OutputFile {
   OutputFile& operator=(const OutputFile&) = delete;
 
   void Write(std::string_view s);
+  /// For those who work long between two writes.
+  void EndWhenInterrupted();
   /// Completes the output: everything is written, on the device, and under its name.
   void Commit();
 

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <numeric>
+#include <utility>
 
 #include "Console.h"
+#include "JsonText.h"
 
 namespace laminate::cli {
 
@@ -23,21 +25,26 @@ std::size_t EditDistance(std::string_view a, std::string_view b) {
   return row.back();
 }
 
+bool Means(std::string_view sGiven, std::string_view sName) { return sGiven == sName || sGiven == ToUtf8(sName); }
+
 std::string DidYouMean(std::string_view sWanted, const std::vector<std::string>& names) {
   constexpr std::size_t kMost = 3;
   struct Candidate {
     std::size_t distance;
-    const std::string* name;
+    std::string name;
   };
   std::vector<Candidate> candidates;
   candidates.reserve(names.size());
-  for (const std::string& sName : names) candidates.push_back({EditDistance(sWanted, sName), &sName});
+  for (const std::string& sBytes : names) {
+    std::string sName = ToUtf8(sBytes);
+    candidates.push_back({EditDistance(sWanted, sName), std::move(sName)});
+  }
   std::ranges::stable_sort(candidates, {}, &Candidate::distance);
   if (candidates.size() > kMost) candidates.resize(kMost);
   std::string s;
   for (std::size_t i = 0; i < candidates.size(); ++i) {
     s += i == 0 ? "; did you mean " : i + 1 == candidates.size() ? " or " : ", ";
-    s += "'" + OneLine(*candidates[i].name) + "'";
+    s += "'" + OneLine(candidates[i].name) + "'";
   }
   return s.empty() ? s : s + "?";
 }

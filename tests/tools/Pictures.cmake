@@ -1,7 +1,7 @@
 # Placing and drawing: the drawing itself apart from the command, and the two commands as processes.
 laminate_test(test_render ROOM facade
   SOURCES RenderShapesTest.cpp ${PROJECT_SOURCE_DIR}/tools/JsonText.cpp
-  LIBRARIES laminate_render)
+  LIBRARIES laminate_render PkgConfig::CAIRO)
 
 laminate_command_test(test_tools_pictures PlaceTest.cpp RenderTest.cpp GoldenPictureTest.cpp)
 target_compile_definitions(test_tools_pictures PRIVATE

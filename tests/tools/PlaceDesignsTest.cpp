@@ -14,6 +14,7 @@
 #include "board/CBDpin.h"
 #include "drawobj/CBDdrawObj.h"
 #include "drawobj/CBDdrawPad.h"
+#include "drawobj/CBDdrawPadstack.h"
 #include "facade/CBDesigner.h"
 #include "facade/CPC_BD_Cls_Get.h"
 #include "render/Picture.h"
@@ -67,6 +68,7 @@ struct PlaceDesigns : testing::TestWithParam<std::string> {
 
 TEST_P(PlaceDesigns, EveryFootprintIsPlacedAndDrawn) {
   const Boxes boxes;
+  int nPads = 0;
   const CPointD location(12.5, -7.25);
   EXPECT_GT(root.m_pFootprintContainer->m_pFootprintArray->GetSize(), 0);
   for (CBDfootprint* pFootprint : *root.m_pFootprintContainer->m_pFootprintArray) {
@@ -93,14 +95,21 @@ TEST_P(PlaceDesigns, EveryFootprintIsPlacedAndDrawn) {
         std::size_t nBytes = 0;
         DrawPicture(scene, frame, {}, [&nBytes](std::string_view s) { nBytes += s.size(); });
         EXPECT_GT(nBytes, 300u) << sWhat;
-        // Where there are pins, the picture reaches their places.
+        // The picture reaches every pad.
         for (const CBDpin* pPin : *pComponent->m_pPinArray) {
-          if (pPin->m_pDrawObjArray->IsEmpty()) continue;
-          EXPECT_FALSE(frame.IsEmpty()) << sWhat;
+          for (const CBDdrawObj* pShape : *pPin->m_pDrawObjArray) {
+            const auto* pPad = dynamic_cast<const CBDdrawPadstack*>(pShape);
+            if (pPad == nullptr) continue;
+            const Vec pt(pPad->m_pt);
+            EXPECT_TRUE(frame.low.x <= pt.x && pt.x <= frame.high.x && frame.low.y <= pt.y && pt.y <= frame.high.y)
+                << sWhat << ", pin " << pPin->m_sName.GetString();
+            ++nPads;
+          }
         }
       }
     }
   }
+  EXPECT_GT(nPads, 0);
   for (const std::string& sText : boxes.texts) {
     EXPECT_TRUE(sText == "Mult-Layer Or Zero Size Board Layer Found!" ||
                 sText == "You tried to MoveRotate() for UNKNOWN drawObj type - OBLONG.")

@@ -80,13 +80,30 @@ TEST_F(Render, ASideShowsItsLayersMirroredForTheBack) {
             (Strings{"Resist-A", "Stencil-A", "1", "Notes", "Contour", "Body(A)", "Assembly-A", "Legend-A", "HOLE"}));
   EXPECT_EQ(back,
             (Strings{"Resist-B", "Stencil-B", "4", "Notes", "Contour", "Body(B)", "Assembly-B", "Legend-B", "HOLE"}));
-  // The test pad TP1 stands at (8.5, 2.5) or so: left in one picture, right in the other.
-  EXPECT_EQ(Values(Svg({"--side", "A"}), "viewBox"), Values(Svg({"--side", "B"}), "viewBox"));
+  // A round pad of the connector goes through the board: as far from the left of one picture as from the right of the
+  // other.
+  const auto xOf = [](const std::string& s) {
+    const std::size_t nElement = s.rfind('<', s.find("data-net=\"GND\" data-ref=\"J1\""));
+    return std::stod(Values(s.substr(nElement), "cx").at(0));
+  };
+  const std::string sFront = Svg({"--side", "A"});
+  const std::string sBack = Svg({"--side", "B"});
+  EXPECT_EQ(Values(sFront, "viewBox"), Values(sBack, "viewBox"));
+  const double dWidth = std::stod(Values(sFront, "width").at(0));
+  EXPECT_NEAR(xOf(sFront) + xOf(sBack), dWidth, 1e-3);
+  EXPECT_LT(xOf(sFront), dWidth / 3);
 }
 
 TEST_F(Render, LayersAreChosenByName) {
   EXPECT_EQ(Values(Svg({"--layers", "1,Legend-A"}), "data-layer"), (Strings{"1", "Legend-A", "HOLE"}));
   EXPECT_EQ(Values(Svg({"--layers", "Contour", "--layers", "Notes"}), "data-layer"), (Strings{"Notes", "Contour"}));
+  EXPECT_EQ(Values(Svg({"--side", "B", "--layers", "2"}), "data-layer"), (Strings{"2", "HOLE"}))
+      << "a layer that is named is drawn, whichever side is seen";
+  for (const char* sz : {"", ",", ",,"}) {
+    const CommandResult none = run(Call({"--layers", sz, "-o", "x.svg"}));
+    EXPECT_EQ(none.status, 2) << sz;
+    EXPECT_EQ(none.err, "laminate render: error: --layers names no layer\n");
+  }
   const CommandResult result = run(Call({"--layers", "1,Legend-C", "-o", "x.svg"}));
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err,
@@ -102,7 +119,59 @@ TEST_F(Render, OneComponentAlone) {
   const CommandResult result = run(Call({"--component", "U9", "-o", "x.svg"}));
   EXPECT_EQ(result.status, 1);
   EXPECT_EQ(result.err, kExample + ".pcf: error: no component 'U9'; did you mean 'U1', 'U2' or 'U3'?\n");
+  EXPECT_EQ(run(Call({"--component", "", "-o", "x.svg"})).status, 1) << "not the whole board";
   EXPECT_EQ(folder.Names(), Strings{});
+}
+
+TEST_F(Render, TheComponentOfAReferenceIsTheFirstOfThatName) {
+  std::string sBoard = kBoard;
+  const std::string sSecond = "(component (reference R2)";
+  const auto draw = [&](const char* szReference) {
+    folder.Write("b.pcf", sBoard);
+    const CommandResult result = run({"render", "b.pcf", "--component", szReference, "-o", "-"});
+    EXPECT_EQ(result.status, 0) << result.err;
+    return result.out;
+  };
+  EXPECT_EQ(Values(draw("R2"), "viewBox"), Strings{"0 0 10.6 11.1"}) << "one without shapes is a small sheet";
+  const std::string sShape = "\n(layout\n(layer (nonConductive Outline)\n(refer (circle 3.0 (pt 0 0)))\n)\n)\n";
+  sBoard.insert(sBoard.find(sSecond) + sSecond.size(), sShape);
+  EXPECT_EQ(Values(draw("R2"), "viewBox"), Strings{"0 0 6.36 6.66"});
+  sBoard.replace(sBoard.find("(reference R1)"), 14, "(reference R2)");
+  EXPECT_EQ(Values(draw("R2"), "viewBox"), Strings{"0 0 10.6 11.1"});
+  sBoard.replace(sBoard.find("(reference R2)"), 14, "(reference \x95\x5c)");
+  EXPECT_EQ(Values(draw("\xE8\xA1\xA8"), "viewBox"), Strings{"0 0 10.6 11.1"}) << "by its name in UTF-8";
+  sBoard.replace(sBoard.find("(reference R2)"), 14, "(reference \"\")");
+  EXPECT_EQ(Values(draw(""), "viewBox"), Strings{"0 0 6.36 6.66"});
+}
+
+TEST_F(Render, NamesOfLayersMayBeGivenInUtf8) {
+  std::string sBoard = kBoard;
+  for (std::size_t n = 0; (n = sBoard.find("Outline", n)) != std::string::npos;) sBoard.replace(n, 7, "\x95\x5c");
+  folder.Write("b.pcf", sBoard);
+  const CommandResult result = run({"render", "b.pcf", "--layers", "\xE8\xA1\xA8,1", "-o", "-"});
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(Values(result.out, "data-layer"), (Strings{"1", "\xE8\xA1\xA8"}));
+}
+
+TEST_F(Render, ABoardBeyondAllMeasureIsRefused) {
+  std::string sBoard = kBoard;
+  sBoard.replace(sBoard.find("(pt 2000000 0)"), 14, "(pt 1e300.0 0)");
+  folder.Write("b.pcf", sBoard);
+  for (const char* sz : {"a.svg", "a.png", "a.pdf"}) {
+    const CommandResult result = run({"render", "b.pcf", "-o", sz});
+    EXPECT_EQ(result.status, 1) << sz;
+    EXPECT_EQ(result.err, "laminate: error: what is to be drawn lies too far from the origin\n");
+  }
+  EXPECT_EQ(folder.Names(), Strings{"b.pcf"});
+}
+
+TEST_F(Render, TakesTheSettingsOfEveryCommand) {
+  folder.Write("b.pcf", kBoard);
+  std::filesystem::create_directory(folder / "work");
+  EXPECT_EQ(run({"render", "b.pcf", "--log", "log", "--work-dir", "work", "-o", "a.svg"}).status, 0);
+  EXPECT_NE(folder.Read("log"), "");
+  EXPECT_EQ(folder.Names(), (Strings{"a.svg", "b.pcf", "log", "work"}));
+  EXPECT_TRUE(std::filesystem::exists(folder / "work" / "Data")) << "where the board was taken apart";
 }
 
 TEST_F(Render, TheFileNameChoosesTheForm) {

@@ -1,6 +1,7 @@
 #include "render/BoardLayers.h"
 
 #include <algorithm>
+#include <unordered_set>
 
 #include "base/Number.h"
 #include "technology/CBDcondLayer.h"
@@ -21,21 +22,30 @@ const CBDmap* MapOf(const std::vector<const CBDmap*>& maps, std::string_view sNa
   return maps.empty() ? nullptr : maps.back();
 }
 
-// The first correspondence of a footprint layer that names board layers.
-const CBDcorrespondence* CorrespondenceOf(const CBDmap* pMap, std::string_view sFootLayer) {
-  if (pMap == nullptr || pMap->m_pCorrespondenceArray == nullptr) return nullptr;
-  for (const CBDcorrespondence* p : *pMap->m_pCorrespondenceArray) {
-    if (p != nullptr && p->m_sFootLayer == sFootLayer && !p->m_aBoardLayers.IsEmpty()) return p;
-  }
-  return nullptr;
-}
-
 template <class Array, class Visit>
 void ForEach(const Array* pArray, Visit visit) {
   if (pArray == nullptr) return;
   for (const auto* p : *pArray) {
     if (p != nullptr) visit(*p);
   }
+}
+
+// By footprint layer: the first correspondence in the map of that name that names board layers.
+Correspondences CorrespondencesOf(const std::vector<const CBDmap*>& maps, std::string_view sName) {
+  Correspondences index;
+  const CBDmap* pMap = MapOf(maps, sName);
+  if (pMap == nullptr) return index;
+  ForEach(pMap->m_pCorrespondenceArray, [&index](const CBDcorrespondence& correspondence) {
+    if (!correspondence.m_aBoardLayers.IsEmpty()) {
+      index.try_emplace(correspondence.m_sFootLayer.View(), &correspondence);
+    }
+  });
+  return index;
+}
+
+const CBDcorrespondence* Find(const Correspondences& index, std::string_view sFootLayer) {
+  const auto it = index.find(sFootLayer);
+  return it == index.end() ? nullptr : it->second;
 }
 
 }  // namespace
@@ -49,6 +59,8 @@ BoardLayers::BoardLayers(const CBDtechnologyContainer& technology) {
     if (!layer.m_sName.IsEmpty()) FindOrAdd(layer.m_sName.View(), layer.m_sLayerKind == "conductive");
   });
   ForEach(technology.m_pMapArray, [this](const CBDmap& map) { m_maps.push_back(&map); });
+  m_front = {CorrespondencesOf(m_maps, "A"), CorrespondencesOf(m_maps, "A_THRU")};
+  m_back = {CorrespondencesOf(m_maps, "B"), CorrespondencesOf(m_maps, "B_THRU")};
   TellTypes(technology);
   TellPlaces(technology);
   m_nHoleLayer = FindHoleLayer();
@@ -77,14 +89,14 @@ const std::vector<std::size_t>& BoardLayers::LandsOn(std::string_view sFootLayer
   sKey += sFootLayer;
   const auto [it, bNew] = m_landings.try_emplace(std::move(sKey));
   if (bNew) {
-    const CBDcorrespondence* p = CorrespondenceOf(MapOf(m_maps, sSide), sFootLayer);
-    if (p == nullptr) p = CorrespondenceOf(MapOf(m_maps, std::string(sSide) + "_THRU"), sFootLayer);
+    const SideMaps& maps = sSide == "B" ? m_back : m_front;
+    const CBDcorrespondence* p = laminate::cli::Find(maps.own, sFootLayer);
+    if (p == nullptr) p = laminate::cli::Find(maps.through, sFootLayer);
     if (p != nullptr) {
+      std::unordered_set<std::size_t> seen;
       for (const CString& sLayer : p->m_aBoardLayers) {
-        const int nLayer = Find(sLayer.View());
-        const std::size_t n =
-            nLayer >= 0 ? static_cast<std::size_t>(nLayer) : FindOrAdd(sLayer.View(), Atoi(sLayer.View()) > 0);
-        if (std::ranges::find(it->second, n) == it->second.end()) it->second.push_back(n);
+        const std::size_t n = FindOrAdd(sLayer.View(), Atoi(sLayer.View()) > 0);
+        if (seen.insert(n).second) it->second.push_back(n);
       }
     }
   }
@@ -121,7 +133,7 @@ void BoardLayers::TellPlaces(const CBDtechnologyContainer& technology) {
   };
   if (const CBDmap* pFront = MapOf(m_maps, "A")) {
     ForEach(pFront->m_pCorrespondenceArray, [&](const CBDcorrespondence& front) {
-      const CBDcorrespondence* pBack = CorrespondenceOf(MapOf(m_maps, "B"), front.m_sFootLayer.View());
+      const CBDcorrespondence* pBack = laminate::cli::Find(m_back.own, front.m_sFootLayer.View());
       if (pBack == nullptr || front.m_aBoardLayers.IsEmpty() || front.m_aBoardLayers == pBack->m_aBoardLayers) return;
       for (const CString& sLayer : front.m_aBoardLayers) tell(sLayer, LayerPlace::sideA);
       for (const CString& sLayer : pBack->m_aBoardLayers) tell(sLayer, LayerPlace::sideB);

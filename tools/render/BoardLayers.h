@@ -7,6 +7,7 @@
 
 #include "render/Painter.h"
 
+class CBDcorrespondence;
 class CBDmap;
 class CBDtechnologyContainer;
 
@@ -28,6 +29,8 @@ struct BoardLayer {
   std::string type;  ///< of the first footprint layer that lands here, such as "SYMBOL"
   LayerPlace place = LayerPlace::common;
 };
+
+using Correspondences = std::unordered_map<std::string_view, const CBDcorrespondence*>;
 
 /// The layers of a board and where those of footprints land on them. Layers are told apart by their names.
 class BoardLayers {
@@ -53,7 +56,15 @@ class BoardLayers {
 
   std::vector<BoardLayer> m_layers;
   std::unordered_map<std::string, std::size_t> m_index;
+  // The map of a side and that of what goes through the board on it.
+  struct SideMaps {
+    Correspondences own;
+    Correspondences through;
+  };
+
   std::vector<const CBDmap*> m_maps;
+  SideMaps m_front;
+  SideMaps m_back;
   std::unordered_map<std::string, std::vector<std::size_t>> m_landings;
   std::size_t m_nHoleLayer = 0;
 };

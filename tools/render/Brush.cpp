@@ -234,7 +234,7 @@ void Brush::DrawHole(const CBDdrawObj& shape) {
   if (const auto* pHole = dynamic_cast<const CBDhole*>(&shape)) {
     if (pHole->m_pShape != nullptr && pHole->m_pShape != &shape) DrawHole(*pHole->m_pShape);
   } else if (const auto* pCircle = dynamic_cast<const CBDcircle*>(&shape)) {
-    m_path.Circle(Vec(pCircle->m_ptCenter), pCircle->m_dRadius);
+    m_path.Circle(Vec(pCircle->m_ptCenter), std::abs(pCircle->m_dRadius));
   } else if (const auto* pSquare = dynamic_cast<const CBDsquareHole*>(&shape)) {
     m_path.Rectangle(pSquare->m_dWidth, pSquare->m_dHeight, pSquare->m_dCorner);
     Turn(Vec(pSquare->m_pt), pSquare->m_dAngle);

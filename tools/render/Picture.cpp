@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <stdexcept>
 #include <string>
 #include <utility>
 
@@ -20,6 +21,8 @@ constexpr double kHairline = 1.0 / 2000;
 // What is smaller than this, in mm, is drawn in a frame of this size.
 constexpr double kSmallestFrame = 1;
 constexpr double kEmptyFrame = 10;
+// Beyond this the numbers of a drawing cannot tell its shapes apart.
+constexpr double kFarthestFrame = 1e12;
 
 Box Sound(Box frame) {
   if (frame.IsEmpty()) {
@@ -34,6 +37,9 @@ Box Sound(Box frame) {
   };
   widen(frame.low.x, frame.high.x);
   widen(frame.low.y, frame.high.y);
+  for (const double d : {frame.low.x, frame.low.y, frame.high.x, frame.high.y}) {
+    if (!(std::abs(d) <= kFarthestFrame)) throw std::range_error("what is to be drawn lies too far from the origin");
+  }
   return frame;
 }
 
@@ -112,7 +118,7 @@ void DrawPicture(const Scene& scene, const Box& wanted, const PictureSettings& s
   const double dTop = frame.high.y + dMargin;
   const Motion place = scene.Seen() == View::sideB ? Motion::Placing({frame.high.x + dMargin, dTop}, 180, false)
                                                    : Motion::Flipping({dMargin - frame.low.x, dTop});
-  scene.Draw(*pPainter, place, kHairline * dSide);
+  scene.Draw(*pPainter, place, kHairline * dSide, settings.step);
   DrawScale(*pPainter, {dMargin, sheet.height - (dMargin + kScaleStrip * dSide) / 2}, RoundLength(frame.Width() / 4),
             dSide);
   pPainter->Finish();

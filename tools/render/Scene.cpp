@@ -74,6 +74,7 @@ bool IsInSpan(const CBDdrawPadstack& padstack, int nLayer) {
 Scene::Scene(const CBDesigner& root, const Selection& selection)
     : m_root(root), m_selection(selection), m_layers(*root.m_pTechnology) {
   const CBDfootprintContainer& library = *root.m_pFootprintContainer;
+  m_selectedLayers.insert(m_selection.layers.begin(), m_selection.layers.end());
   m_pads = IndexByName<CBDpad>(library.m_pPadArray);
   m_padstacks = IndexByName<CBDpadstack>(library.m_pPadstackArray);
 }
@@ -109,7 +110,11 @@ void Scene::Add(const CBDdrawObjArray* pShapes, const Around& around) {
     if (around.home == Home::pin && m_layers.Find(sLayer) < 0) {
       // The pins of a component that was placed, and not loaded, still bear the layers of their footprint.
       const auto& layers = m_layers.LandsOn(sLayer, SideOf({}, around.component));
-      for (const std::size_t nLayer : layers) AddOn(nLayer, *pShape, around);
+      for (const std::size_t nLayer : layers) {
+        AddOn(nLayer, *pShape, around);
+        // A padstack spreads over the layers by itself.
+        if (dynamic_cast<const CBDdrawPadstack*>(pShape) != nullptr) break;
+      }
       if (!layers.empty()) continue;
     }
     // What landed on no layer when it was placed is on none.
@@ -167,7 +172,7 @@ void Scene::AddPadstack(std::size_t nLayer, const CBDdrawPadstack& padstack, con
             .motion = AddMotion(Motion::Placing(Vec(padstack.m_pt), dAngle, bMirror)),
             .look = Look::pad};
   const Landing& landing = LandingOf(padstack.m_sPadstackName.View(), sSide);
-  if (landing.padstack == nullptr) {
+  if (landing.padstack == nullptr || (landing.pads.empty() && landing.hole == nullptr)) {
     AddRing(nLayer, item);
     return;
   }
@@ -181,7 +186,7 @@ void Scene::AddPadstack(std::size_t nLayer, const CBDdrawPadstack& padstack, con
     const bool bNotConnected = pEntry != nullptr && pEntry->m_sStatus == "NOCONNECT";
     const CString& sPad =
         bNotConnected && !pad.pads->m_sNoConnect.IsEmpty() ? pad.pads->m_sNoConnect : pad.pads->m_sConnect;
-    AddPadShapes(pad.layer, sPad, item);
+    if (!sPad.IsEmpty() && !AddPadShapes(pad.layer, sPad, item)) AddRing(pad.layer, item);
     if (pEntry != nullptr && pEntry->m_sStatus == "THERMAL") AddPadShapes(pad.layer, pad.pads->m_sThermal, item);
   }
   // A hole goes through every layer: it is drawn wherever a pad of it may be.
@@ -223,7 +228,7 @@ bool Scene::AddPadShapes(std::size_t nLayer, const CString& sPad, Item item) {
 }
 
 void Scene::AddRing(std::size_t nLayer, Item item) {
-  ++m_nUndefined;
+  if (IsSelected(nLayer)) m_undefined.insert(item.netOwner);
   item.look = Look::ring;
   Put(nLayer, item);
 }
@@ -278,7 +283,7 @@ const Scene::Landing& Scene::LandingOf(std::string_view sPadstack, std::string_v
 
 bool Scene::IsSelected(std::size_t nLayer) const {
   const BoardLayer& layer = m_layers[nLayer];
-  if (!m_selection.layers.empty()) return std::ranges::find(m_selection.layers, layer.name) != m_selection.layers.end();
+  if (!m_selectedLayers.empty()) return m_selectedLayers.contains(layer.name);
   if (!m_selection.side) return true;
   return layer.place == LayerPlace::common ||
          layer.place == (m_selection.side == View::sideB ? LayerPlace::sideB : LayerPlace::sideA);
@@ -304,7 +309,7 @@ std::vector<std::size_t> Scene::DrawingOrder() const {
     } else if (layer.place == near) {
       nRank = layer.type == "RESIST" || layer.type == "METALMASK" ? openings : nearOthers;
     }
-    const int nDepth = Seen() == View::sideB ? layer.number : -layer.number;
+    const long nDepth = Seen() == View::sideB ? layer.number : -static_cast<long>(layer.number);
     return std::tuple(static_cast<int>(nRank), nDepth, CoverRank(layer.type), -static_cast<long>(n));
   };
   std::vector<std::size_t> order;
@@ -315,7 +320,7 @@ std::vector<std::size_t> Scene::DrawingOrder() const {
   return order;
 }
 
-void Scene::Draw(Painter& painter, const Motion& place, double dHairline) const {
+void Scene::Draw(Painter& painter, const Motion& place, double dHairline, const Step& step) const {
   const std::vector<LayerStyle> styles = StylesOf(m_layers);
   Brush brush(painter, place, dHairline);
   std::string sNet;
@@ -326,6 +331,7 @@ void Scene::Draw(Painter& painter, const Motion& place, double dHairline) const 
     const Content& content = m_contents[nLayer];
     for (const auto* pItems : {&content.planes, &content.shapes, &content.pads, &content.holes}) {
       for (const Item& item : *pItems) {
+        step();
         sNet = ToUtf8(item.netOwner->m_sNet.View());
         sReference = item.component != nullptr ? ToUtf8(item.component->m_sReference.View()) : std::string();
         brush.Draw(*item.shape, m_motions[item.motion], item.look, {.net = sNet, .reference = sReference});

@@ -1,9 +1,11 @@
 #pragma once
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "base/CString.h"
@@ -33,6 +35,8 @@ struct Selection {
   std::optional<View> side;  ///< the side that is seen, with its layers and the common ones; none: all, from side A
 };
 
+using Step = std::function<void()>;
+
 /// A board as a drawing: the shapes of its layout and its components by layer, placed pads and padstacks through their
 /// definitions in the library. It refers to the objects of the board, which must stay as they are while it lives. Time
 /// and memory are linear in the number of shapes.
@@ -50,12 +54,15 @@ class Scene {
   /// The layers of the board, with those that only shapes name once these were taken up.
   const BoardLayers& Layers() const { return m_layers; }
   View Seen() const { return m_selection.side.value_or(View::sideA); }
-  /// How many placed pads and padstacks have no definition in the library. Each is drawn as a small ring.
-  std::size_t CountUndefined() const { return m_nUndefined; }
+  /// How many placed pads and padstacks of the selection have no definition in the library, not even of one of their
+  /// pads. A small ring is drawn for each.
+  std::size_t CountUndefined() const { return m_undefined.size(); }
 
   /// Draws all that was taken up, layer by layer from the back to the front. `place` maps the board to the painter's
-  /// sheet; no line is thinner than `dHairline`, in mm.
-  void Draw(Painter& painter, const Motion& place, double dHairline) const;
+  /// sheet; no line is thinner than `dHairline`, in mm. `step` is called before each shape, and what it raises ends the
+  /// drawing.
+  void Draw(
+      Painter& painter, const Motion& place, double dHairline, const Step& step = [] {}) const;
 
  private:
   struct Item {
@@ -106,13 +113,14 @@ class Scene {
 
   const CBDesigner& m_root;
   Selection m_selection;
+  std::unordered_set<std::string_view> m_selectedLayers;
   BoardLayers m_layers;
   std::vector<Content> m_contents;  // by the index of the layer
   std::vector<Motion> m_motions{Motion()};
   std::unordered_map<std::string_view, const CBDpad*> m_pads;
   std::unordered_map<std::string_view, const CBDpadstack*> m_padstacks;
   std::unordered_map<std::string, Landing> m_landings;
-  std::size_t m_nUndefined = 0;
+  std::unordered_set<const CBDdrawObj*> m_undefined;
 };
 
 /// What the scene covers, in the coordinates of the board and without the widths of lines.

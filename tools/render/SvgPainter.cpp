@@ -1,7 +1,7 @@
 #include <algorithm>
 #include <string>
+#include <unordered_map>
 #include <utility>
-#include <vector>
 
 #include "base/Number.h"
 #include "render/Painter.h"
@@ -240,11 +240,10 @@ class SvgPainter : public Painter {
 
   // The pattern of a pitch stands in the group that uses it, and so has its colour.
   std::string HatchId(double dPitch) {
-    for (const auto& [dKnown, sId] : m_hatches) {
-      if (dKnown == dPitch) return sId;
-    }
-    const std::string sId = "hatch" + std::to_string(++m_nHatches);
-    m_hatches.emplace_back(dPitch, sId);
+    const auto [it, bNew] = m_hatches.try_emplace(dPitch);
+    std::string& sId = it->second;
+    if (!bNew) return sId;
+    sId = "hatch" + std::to_string(++m_nHatches);
     m_text += "<pattern id=\"" + sId + "\" patternUnits=\"userSpaceOnUse\" patternTransform=\"rotate(45)\"";
     Attribute("width", dPitch);
     Attribute("height", dPitch);
@@ -258,7 +257,7 @@ class SvgPainter : public Painter {
   Sheet m_sheet;
   Sink m_sink;
   std::string m_text;
-  std::vector<std::pair<double, std::string>> m_hatches;
+  std::unordered_map<double, std::string> m_hatches;
   int m_nHatches = 0;
 };
 
