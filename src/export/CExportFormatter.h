@@ -10,9 +10,11 @@
 ///
 /// The file is renamed to its name + ".bak~" and written anew from there; the backup is removed at the end. Lines are
 /// taken in pieces of at most 1023 bytes, so a longer one is broken. "%%" becomes "%", any other "%" stays. Brackets
-/// inside strings count like others. A line that begins with a blank shows a message box, which names its number, and
-/// is handled all the same. What stands under the name is renamed whatever it is, a folder too; a renaming that fails
-/// is not noticed, and the file is emptied. Write errors show in `ferror(m_fpOut)` alone; the backup then stays.
+/// inside strings count like others; n of them that stay open put n indents before each line that follows, so hostile
+/// names make the file grow with the square. A line that begins with a blank shows a message box, which names its
+/// number, and is handled all the same. What stands under the name is renamed whatever it is, a folder too; a renaming
+/// that fails is not noticed, and the file is emptied. Write errors show in `ferror(m_fpOut)` alone; the backup then
+/// stays.
 class CExportFormatter {
  public:
   /// `nIndentWidth` is in blanks per level; without a positive one nothing is indented. When the file cannot be created

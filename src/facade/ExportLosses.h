@@ -48,7 +48,8 @@ struct ExportRecords {
 
 /// Tells every value of a design that the files of `CBDesigner::nPrint2File` would not hold, in the order of the
 /// database. To be called before the export, which changes some of them. A value that is that of a fresh object is no
-/// loss where the file has nothing of it. The cost is linear in the size of the design.
+/// loss where the file has nothing of it. What a load passed over is not in the database, and so it is not told. The
+/// cost is linear in the size of the design.
 void FindExportLosses(const CBDesigner& root, const ExportRecords& records,
                       const std::function<void(const ExportLoss&)>& tell);
 

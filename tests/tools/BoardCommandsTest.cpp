@@ -168,6 +168,43 @@ TEST_F(Dump, HoldsTheWholeDatabase) {
   EXPECT_EQ(dump["m_pBoardContainer"]["m_pComponentArray"][0]["m_ptLocation"], Json::parse("[1.0, 2.5]"));
 }
 
+TEST_F(Dump, HoldsGroupsAndSettingsInTheirOrder) {
+  std::string sBoard = kBoard;
+  sBoard.insert(sBoard.find("(nets\n"),
+                "(subBoards\n(subBoard 3 (relativePath p))\n)\n(compGroups\n(compGroup G\n(list R1 R2)\n(side TOP)\n"
+                "(pen 7)\n(layout\n)\n)\n)\n");
+  sBoard.insert(
+      sBoard.rfind(")\n"),
+      "(parameter\n(layerParameters\n(layer (conductive 1)\n(colorId 3)\n(priority 4)\n(displayMode FILL)\n"
+      "(hatch (angle 30) (pitch 10))\n(mrcMode ON)\n)\n)\n(visibleLayerSet\n(set A\n(layer (conductive 1) "
+      "(visible YES))\n(layer (nonConductive S) (visible YES))\n)\n)\n(textSizeParameters\n(textSize 1 (width 2) "
+      "(height 3) (space 4) (vSpace 5) (strokeWidth 6))\n)\n)\n"
+      "(libraryEntities\n(part P)\n(package K)\n(footprint F (side B))\n(pad D (side B) (flip X))\n"
+      "(padstack V)\n)\n");
+  folder.Write("b.pcf", sBoard);
+  using Ordered = nlohmann::ordered_json;
+  const Ordered dump = Ordered::parse(run({"dump", "b.pcf"}).out);
+  const Ordered& board = dump["m_pBoardContainer"];
+  EXPECT_EQ(board["m_pSubBoardArray"].dump(), R"([{"class":"CBDsubBoard","m_nId":3,"m_sRelativePath":"p"}])");
+  EXPECT_EQ(board["m_pCompGroupArray"].dump(),
+            R"([{"class":"CBDcompGroup","m_sName":"G","m_aList":["R1","R2"],"m_sSide":"TOP","m_nPen":7,)"
+            R"("m_pDrawObjArray":[]}])");
+  EXPECT_EQ(
+      dump["m_pParameter"].dump(),
+      R"({"class":"CBDparameter",)"
+      R"("m_pVisibleLayerSetArray":[{"class":"CBDvisibleLayerSet","m_sName":"A","m_aLayers":["1","S"]}],)"
+      R"("m_pTextSizeArray":[{"class":"CBDtextSize","m_nId":1,"m_nWidth":2,"m_nHeight":3,"m_nSpace":4,"m_nVSpace":5,)"
+      R"("m_nStrokeWidth":6}],)"
+      R"("m_pLayerParameterArray":[{"class":"CBDlayerParameter","m_sLayerType":"","m_sLayerName":"",)"
+      R"("m_nLayerNumber":0,"m_nColorId":3,"m_nPriority":4,"m_sDisplayMode":"FILL","m_nHatchAngle":30,)"
+      R"("m_nHatchPitch":10,"m_sMrcMode":"ON"}]})");
+  EXPECT_EQ(dump["m_pLibraryEntities"].dump(),
+            R"({"class":"CBDlibraryEntities","m_aParts":["P"],"m_aPackages":["K"],)"
+            R"("m_pLibFootprintArray":[{"class":"CBDlibFootprint","m_sName":"F","m_sSide":"B"}],)"
+            R"("m_pLibPadstackArray":[{"class":"CBDlibPadstack","m_sName":"V","m_sSide":"","m_sFlip":""}],)"
+            R"("m_pLibPadArray":[{"class":"CBDlibPad","m_sName":"D","m_sSide":"B","m_sFlip":"X"}]})");
+}
+
 TEST_F(Dump, LoadsTheBoardAloneWithoutALibrary) {
   const Json dump = Parsed({"dump", "b.pcf"});
   EXPECT_EQ(dump["m_pFtfTechnology"]["m_sName"], "");
