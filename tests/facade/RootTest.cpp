@@ -6,6 +6,7 @@
 #include <cmath>
 #include <cstdint>
 #include <random>
+#include <sstream>
 
 #include "base/LocaleScope.h"
 #include "board/CBDboardContainer.h"
@@ -25,6 +26,7 @@
 #include "reader/CECadCls.h"
 #include "reader/CECadClsLvl.h"
 #include "technology/CBDfootprintContainer.h"
+#include "technology/CBDfootprintLayer.h"
 #include "technology/CBDsubLayer.h"
 #include "technology/CBDtechnologyContainer.h"
 
@@ -256,6 +258,9 @@ TEST(Root, ReadsComponentsAndLayers) {
   EXPECT_EQ(root.m_pBoardContainer->m_pDrawObjArray->GetSize(), 1);
   EXPECT_THROW(root.nReadComponentAndPutInVDB(nullptr), CInvalidArgException);
   EXPECT_THROW(root.nReadBoardLayerAndPutInVDB(nullptr), CInvalidArgException);
+  delete std::exchange(root.m_pBoardContainer, nullptr);
+  EXPECT_THROW(root.nReadComponentAndPutInVDB(pComponent.get()), CInvalidArgException);
+  EXPECT_THROW(root.nReadBoardLayerAndPutInVDB(pLayer.get()), CInvalidArgException);
 }
 
 TEST(Root, ShowsAKeywordThatStandsForNoShape) {
@@ -398,6 +403,70 @@ TEST_F(RootSet, HoldsTheContainersAndTheRecords) {
     EXPECT_NE(Get("a.cdf").find(szRecord), std::string::npos) << szRecord;
   }
   EXPECT_EQ(root.m_sVersion, "9");
+}
+
+TEST_F(RootSet, HasTheBoardsTechnologyInTheFootprintFileToo) {
+  root.m_pTechnology->m_nConductorLayers = 4;
+  for (const auto& [pTechnology, szLayer] : {std::pair{root.m_pTechnology, "L1"}, {root.m_pFtfTechnology, "L2"}}) {
+    pTechnology->m_pFootprintLayerArray->Add(new CBDfootprintLayer);
+    pTechnology->m_pFootprintLayerArray->GetAt(0)->m_sName = szLayer;
+  }
+  EXPECT_EQ(Print("a"), 0);
+  EXPECT_NE(
+      Get("a.ftf").find("(technologyContainer\n(technology board\n(footprintLayer\n(layer L1 (type ))\n)\n)\n)\n"),
+      std::string::npos)
+      << Get("a.ftf");
+  for (const char* szName : {"a.pcf", "a.tcf"}) {
+    EXPECT_NE(Get(szName).find("(numberOfConductorLayer 4)\n"), std::string::npos) << szName;
+    EXPECT_NE(Get(szName).find("(layer L1 (type ))\n"), std::string::npos) << szName;
+    EXPECT_EQ(Get(szName).find("L2"), std::string::npos) << szName;
+  }
+}
+
+// Nets, pins, gates and layers of components are made ready in the objects themselves each time; all else stays.
+TEST_F(RootSet, TheSecondOneHasPercentSignsAndQuotesOnceMore) {
+  root.vParseFTF(folder.Write(
+      "b.ftf",
+      "(ftf\n(footprintContainer\n(pads\n(pad P% (geometry (line (net N%) (geometry (line (vertex (pt 0 0)))))))\n)\n"
+      "(padstacks\n(padstack V% (type T%) (throughMode M) (padSet (footLayer L%) (connect (pad P%))))\n)\n)\n)\n"));
+  root.vParsePCF(
+      folder.Write("b.pcf", BoardText("(components\n(component (reference R%)\n(part \"10k, 1%\")\n(footprint F%)\n"
+                                      "(layout\n(layer (nonConductive \"Silk%(A)\")\n(refer (line (net \"N 1%\") "
+                                      "(geometry (line (vertex (pt 0 0))))))\n)\n"
+                                      "(layer (systemLayer (type PADSTACK))\n(padstack V% (net N%) (pt 0 0))\n)\n)\n"
+                                      "(gate 1 (pin \"1%\"))\n"
+                                      "(pin 1%\n(gate 1 (name A%))\n(layout\n(layer (systemLayer (type "
+                                      "\"S%(A)\"))\n(padstack V% (net N%) (pt 0 0))\n)\n)\n)\n"
+                                      "(propertyS a% b%)\n)\n(component (reference \"\")\n)\n)\n"
+                                      "(compGroups\n(compGroup G%\n(list R%)\n(layout\n(layer (systemLayer (type "
+                                      "S%))\n(line (net N%) (geometry (line (vertex (pt 0 0)))))\n)\n)\n)\n)\n"
+                                      "(nets\n(net \"100% A\"\n(type T%)\n(pen 1%)\n(comp R% (pin 1%))\n)\n)\n"
+                                      "(boardLayout\n(layout\n(layer (conductive 1)\n(line (net \"N%\") (geometry "
+                                      "(line (vertex (pt 0 0)))))\n(text (geometry (text (string \"%\"))))\n)\n"
+                                      "(layer (nonConductive \"Silk%(A)\")\n(donut (out 1.0))\n)\n)\n)\n",
+                                      "(libraryEntities\n(part \"10k, 1%\")\n)\n")));
+  ASSERT_TRUE(root.GetLoadStatus().IsOk()) << root.GetLoadStatus().m_sText;
+  EXPECT_EQ(Print("a", nullptr, &packages), 0);
+  EXPECT_EQ(Print("b", nullptr, &packages), 0);
+  // "FILE: LINE -> LINE"
+  Events differences;
+  for (const char* szEnding : {".pcf", ".ftf", ".tcf", ".pkf", ".cdf"}) {
+    std::istringstream first(Get(std::string("a") + szEnding));
+    std::istringstream second(Get(std::string("b") + szEnding));
+    std::string a;
+    std::string b;
+    while (std::getline(first, a)) {
+      ASSERT_TRUE(std::getline(second, b)) << szEnding;
+      if (a != b) differences.push_back(szEnding + (": " + a) + " -> " + b);
+    }
+    EXPECT_FALSE(std::getline(second, b)) << szEnding << ": " << b;
+  }
+  const std::string sNet = R"(.pcf: (net "N%%") -> (net ""N%%%%""))";
+  EXPECT_EQ(differences,
+            (Events{R"x(.pcf: (layer (nonConductive "Silk%(A)") -> (layer (nonConductive ""Silk%(A)""))x",
+                    R"(.pcf: (net "N 1%%") -> (net ""N 1%%%%""))", sNet, R"(.pcf: (pin "1%%" -> (pin "1%%%%")",
+                    ".pcf: (pin 1%% -> (pin 1%%%%", ".pcf: (gate 1 (name A%%)) -> (gate 1 (name A%%%%))", sNet, sNet,
+                    R"(.pcf: (net "100%% A" -> (net "100%%%% A")", sNet}));
 }
 
 TEST_F(RootSet, IsThatOfTheRootItselfWhateverOtherIsGiven) {

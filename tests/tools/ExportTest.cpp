@@ -152,25 +152,17 @@ TEST_F(Export, SaysWhatDoesNotLoadAgain) {
   }
 }
 
-// A design that has none of those forms comes back whole: another export of what was written writes the same.
-TEST_F(Export, ComesBack) {
-  const auto exported = [this](const std::string& sBoard, const std::string& sLibrary, const std::string& sStem) {
-    const CommandResult result = run({"export", sBoard, "--ftf", sLibrary, "-o", sStem});
-    EXPECT_EQ(result.status, 0) << result.err;
-    return result.err;
-  };
-  exported("b.pcf", "l.ftf", "first");
-  EXPECT_EQ(exported("first.pcf", "first.ftf", "second"), "");
-  exported("second.pcf", "second.ftf", "third");
-  for (const std::string sEnding : {".pcf", ".ftf", ".tcf", ".cdf"}) {
-    EXPECT_EQ(folder.Read("first" + sEnding), folder.Read("second" + sEnding)) << sEnding;
-  }
-  const auto dump = [this](const std::string& sStem) {
-    return run({"dump", sStem + ".pcf", "--ftf", sStem + ".ftf"}).out;
-  };
-  EXPECT_EQ(dump("first"), dump("second"));
-  // The technology file stands for itself.
-  EXPECT_EQ(run({"check", "first.tcf"}).status, 0);
+TEST_F(Export, SaysWhatOfALibraryDoesNotLoadAgain) {
+  std::string sLibrary = kLibrary;
+  sLibrary.insert(sLibrary.find("(padstack STACK1"), "(padstack EMPTY (throughMode NO))\n");
+  folder.Write("l.ftf", sLibrary);
+  const CommandResult result = run({"export", "b.pcf", "--ftf", "l.ftf", "-o", "set", "--quiet"});
+  EXPECT_EQ(result.status, 3);
+  const std::string sWritten = folder.Read("set.ftf");
+  const std::size_t nAt = sWritten.find("\n(type )\n");
+  ASSERT_NE(nAt, std::string::npos) << sWritten;
+  const auto nLine = 2 + std::count(sWritten.begin(), sWritten.begin() + static_cast<std::ptrdiff_t>(nAt), '\n');
+  EXPECT_EQ(result.err, "set.ftf:" + std::to_string(nLine) + ": error: \"type\" has no value 1\n");
 }
 
 TEST_F(Export, TellsWhatTheFilesDoNotHold) {
