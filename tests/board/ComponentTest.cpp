@@ -165,6 +165,13 @@ TEST(ComponentReading, Gates) {
       Read);
 }
 
+// A host's tree may have gaps: they do not count.
+TEST(ComponentReading, AGateWithGaps) {
+  Tree tree(Component("(gate 1 2 (id A) (pin 1))"));
+  tree.Form().m_pChildren->GetAt(0)->m_pChildren->InsertAt(0, static_cast<CECadClsLvl*>(nullptr));
+  EXPECT_EQ("gate A,1/UNFIXED", Read(tree.Form()));
+}
+
 TEST(ComponentReading, Pins) {
   CheckReading(
       {
@@ -684,21 +691,24 @@ TEST(ComponentWriting, ReadsBack) {
   Tree tree(WholeComponent());
   BoardContext context{nullptr};
   const auto first = ReadComponentForm(tree.Form(), context);
-  const std::string shapes =
-      "{SQUAREHOLE@conductive/1/1r HOLE@conductive/1/1r LINE@conductive/1/1r=A B DRAWPAD@nonConductive/SILK/0}";
+  const std::string rest = " LINE@conductive/1/1r=A B DRAWPAD@nonConductive/SILK/0}";
   const std::string fields = "pinCount=12 part=P 1 stockId=S package=K footprintSpec=f footprint=F reverseFootprint=R";
   const std::string locks = "placed=NO placementSide=B locationLock=LL angleLock=AL placementSideLock=YES";
   EXPECT_EQ("scale=2.5 gateCount=9 " + fields + " originalReferecne=U7 " + locks +
                 " packageSymbol=NO outOfBoard=YES outOfBoardLocation=1;2 location=3;4 angle=90.5 drawRefDes=YES " +
-                shapes +
+                "{SQUAREHOLE@conductive/1/1r HOLE@conductive/1/1r" + rest +
                 " gate A,1/UNFIXED pin 1@5;6 g1/ g2/B w1;2>3;4 {DRAWPADSTACK@systemLayer/PADSTACK/0} +Scale=2.5 +A=b",
             Show(*first));
+  // A file's hole has no square in it, a placed one may; it comes back without the hole round it.
+  auto& hole = dynamic_cast<CBDhole&>(*first->m_pDrawObjArray->GetAt(1));
+  delete std::exchange(hole.m_pShape, new CBDsquareHole);
   Tree again(Printed(*first));
   const auto second = ReadComponentForm(again.Form(), context);
   // The counts are those of the writer, some words constants, and the gate's second form is its lock mode now.
   EXPECT_EQ("scale=2.5 gateCount=1 " + fields + " " + locks +
                 " packageSymbol=YES outOfBoard=NO outOfBoardLocation=1;2 location=3;4 angle=90.5 drawRefDes=NO " +
-                shapes + " gate A pin 1@5;6 g1/ g2/B {DRAWPADSTACK@systemLayer/PADSTACK/0} +Scale=2.5 +A=b",
+                "{SQUAREHOLE@conductive/1/1r SQUAREHOLE@conductive/1/1r" + rest +
+                " gate A pin 1@5;6 g1/ g2/B {DRAWPADSTACK@systemLayer/PADSTACK/0} +Scale=2.5 +A=b",
             Show(*second));
   EXPECT_TRUE(Printed(*first).starts_with("(component (reference \"\")\n"));
   EXPECT_TRUE(Printed(*second).starts_with("(component (reference \"\")\n"));

@@ -423,29 +423,88 @@ TEST_F(RootSet, HasTheBoardsTechnologyInTheFootprintFileToo) {
   }
 }
 
+// Percent signs, blanks and brackets in all kinds of names.
+const char kPercentBoard[] = R"x((components
+(component (reference R%)
+(part "10k, 1%")
+(footprint F%)
+(layout
+(layer (nonConductive "Silk%(A)")
+(refer (line (net "N 1%") (geometry (line (vertex (pt 0 0))))))
+)
+(layer (systemLayer (type PADSTACK))
+(padstack V% (net N%) (pt 0 0))
+)
+)
+(gate 1 (pin "1%"))
+(pin 1%
+(gate 1 (name A%))
+(layout
+(layer (systemLayer (type "S%(A)"))
+(padstack V% (net N%) (pt 0 0))
+)
+)
+)
+(propertyS a% b%)
+)
+(component (reference "")
+)
+)
+(compGroups
+(compGroup G%
+(list R%)
+(layout
+(layer (systemLayer (type S%))
+(line (net N%) (geometry (line (vertex (pt 0 0)))))
+)
+)
+)
+)
+(nets
+(net "100% A"
+(type T%)
+(pen 1%)
+(comp R% (pin 1%))
+)
+)
+(boardLayout
+(layout
+(layer (conductive 1)
+(line (net N%) (geometry (line (vertex (pt 0 0)))))
+(text (geometry (text (string "%"))))
+)
+(layer (nonConductive "Silk%(A)")
+(donut (out 1.0))
+)
+)
+)
+)x";
+const char kPercentLibrary[] = R"x((ftf
+(footprintContainer
+(pads
+(pad P% (geometry (line (net N%) (geometry (line (vertex (pt 0 0)))))))
+)
+(padstacks
+(padstack V% (type T%) (throughMode M) (padSet (footLayer L%) (connect (pad P%))))
+)
+(footprints
+(footprint F%
+(heelprint (layout (layer (footLayer "B%(1)") (line (net N%) (geometry (line (vertex (pt 0 0))))))))
+)
+)
+)
+)
+)x";
+
 // Nets, pins, gates and layers of components are made ready in the objects themselves each time; all else stays.
 TEST_F(RootSet, TheSecondOneHasPercentSignsAndQuotesOnceMore) {
-  root.vParseFTF(folder.Write(
-      "b.ftf",
-      "(ftf\n(footprintContainer\n(pads\n(pad P% (geometry (line (net N%) (geometry (line (vertex (pt 0 0)))))))\n)\n"
-      "(padstacks\n(padstack V% (type T%) (throughMode M) (padSet (footLayer L%) (connect (pad P%))))\n)\n)\n)\n"));
-  root.vParsePCF(
-      folder.Write("b.pcf", BoardText("(components\n(component (reference R%)\n(part \"10k, 1%\")\n(footprint F%)\n"
-                                      "(layout\n(layer (nonConductive \"Silk%(A)\")\n(refer (line (net \"N 1%\") "
-                                      "(geometry (line (vertex (pt 0 0))))))\n)\n"
-                                      "(layer (systemLayer (type PADSTACK))\n(padstack V% (net N%) (pt 0 0))\n)\n)\n"
-                                      "(gate 1 (pin \"1%\"))\n"
-                                      "(pin 1%\n(gate 1 (name A%))\n(layout\n(layer (systemLayer (type "
-                                      "\"S%(A)\"))\n(padstack V% (net N%) (pt 0 0))\n)\n)\n)\n"
-                                      "(propertyS a% b%)\n)\n(component (reference \"\")\n)\n)\n"
-                                      "(compGroups\n(compGroup G%\n(list R%)\n(layout\n(layer (systemLayer (type "
-                                      "S%))\n(line (net N%) (geometry (line (vertex (pt 0 0)))))\n)\n)\n)\n)\n"
-                                      "(nets\n(net \"100% A\"\n(type T%)\n(pen 1%)\n(comp R% (pin 1%))\n)\n)\n"
-                                      "(boardLayout\n(layout\n(layer (conductive 1)\n(line (net \"N%\") (geometry "
-                                      "(line (vertex (pt 0 0)))))\n(text (geometry (text (string \"%\"))))\n)\n"
-                                      "(layer (nonConductive \"Silk%(A)\")\n(donut (out 1.0))\n)\n)\n)\n",
-                                      "(libraryEntities\n(part \"10k, 1%\")\n)\n")));
+  root.vParseFTF(folder.Write("b.ftf", kPercentLibrary));
+  root.vParsePCF(folder.Write("b.pcf", BoardText(kPercentBoard)));
   ASSERT_TRUE(root.GetLoadStatus().IsOk()) << root.GetLoadStatus().m_sText;
+  auto* pPort = new CVRXoutPrfPartPort;
+  pPort->m_sPortNo = "1%";
+  pPort->m_sPortName = "P%";
+  parts.GetAt(0)->m_pPortArray->Add(pPort);
   EXPECT_EQ(Print("a", nullptr, &packages), 0);
   EXPECT_EQ(Print("b", nullptr, &packages), 0);
   // "FILE: LINE -> LINE"
@@ -461,12 +520,15 @@ TEST_F(RootSet, TheSecondOneHasPercentSignsAndQuotesOnceMore) {
     }
     EXPECT_FALSE(std::getline(second, b)) << szEnding << ": " << b;
   }
-  const std::string sNet = R"(.pcf: (net "N%%") -> (net ""N%%%%""))";
+  const std::string sNet = R"((net "N%%") -> (net ""N%%%%""))";
+  const std::string sPort = R"x(.cdf: (port "1%" (symbPinId 0) (portName "P%%") (portType INOUT)) -> )x"
+                            R"x((port "1%" (symbPinId 0) (portName "P%%%%") (portType INOUT)))x";
   EXPECT_EQ(differences,
             (Events{R"x(.pcf: (layer (nonConductive "Silk%(A)") -> (layer (nonConductive ""Silk%(A)""))x",
-                    R"(.pcf: (net "N 1%%") -> (net ""N 1%%%%""))", sNet, R"(.pcf: (pin "1%%" -> (pin "1%%%%")",
-                    ".pcf: (pin 1%% -> (pin 1%%%%", ".pcf: (gate 1 (name A%%)) -> (gate 1 (name A%%%%))", sNet, sNet,
-                    R"(.pcf: (net "100%% A" -> (net "100%%%% A")", sNet}));
+                    R"(.pcf: (net "N 1%%") -> (net ""N 1%%%%""))", ".pcf: " + sNet,
+                    R"(.pcf: (pin "1%%" -> (pin "1%%%%")", ".pcf: (pin 1%% -> (pin 1%%%%",
+                    ".pcf: (gate 1 (name A%%)) -> (gate 1 (name A%%%%))", ".pcf: " + sNet, ".pcf: " + sNet,
+                    R"(.pcf: (net "100%% A" -> (net "100%%%% A")", ".pcf: " + sNet, ".ftf: " + sNet, sPort, sPort}));
 }
 
 TEST_F(RootSet, IsThatOfTheRootItselfWhateverOtherIsGiven) {
