@@ -44,6 +44,7 @@
 #include "drawobj/CBDvertexPt.h"
 #include "facade/CBDesigner.h"
 #include "facade/FacadeTestSupport.h"
+#include "facade/RecordLedgerPage.h"
 #include "facade/ShapeLosses.h"
 #include "technology/CBDcondLayer.h"
 #include "technology/CBDfootprint.h"
@@ -846,6 +847,11 @@ TEST(ExportLedgers, OfRecordsNameEachFieldOnce) {
     EXPECT_TRUE(line.field.starts_with("m_")) << line.field;
   }
   EXPECT_GT(seen.size(), 100u);
+}
+
+TEST(ExportLedgers, OfRecordsIsShownToUsers) {
+  EXPECT_EQ(laminate::test::ReadFile(LEDGER_PAGE), RecordLedgerPage())
+      << "the page is made by: write_record_ledger > " LEDGER_PAGE;
 }
 
 }  // namespace
