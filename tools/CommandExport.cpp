@@ -90,18 +90,24 @@ class LossReport {
   std::optional<JsonWriter> m_json;
 };
 
-// Loads every written file again. Gives the number of those that do not load, which have been told.
-int LoadAgain(Console& console, const std::vector<std::string>& files) {
+// Loads every written file again, before it takes its place. Gives what is wrong with those that do not load.
+std::vector<LoadStatus> LoadAgain(Console& console, const FileSet& set) {
   FileCheck check;
-  int nBad = 0;
-  for (const std::string& sFile : files) {
-    // What went to a pipe or a device cannot be read again.
-    if (!IsRegularFile(sFile)) continue;
-    const LoadStatus status = check.Check(CString(std::string_view(sFile)));
-    console.Settle({sFile});
-    if (ReportFault(console, status)) ++nBad;
+  std::vector<LoadStatus> faults;
+  for (const std::string& sFile : set.Written()) {
+    const std::string sName = set.FinalName(sFile);
+    LoadStatus status = check.Check(CString(std::string_view(sFile)));
+    console.Settle({sName});
+    if (status.IsOk()) continue;
+    status.m_sFile = CString(std::string_view(set.FinalName(std::string(status.m_sFile.View()))));
+    // What cannot be read tells nothing of what was written.
+    using Result = LoadStatus::Result;
+    if (status.m_result == Result::cannotOpen || status.m_result == Result::cannotWriteWorkingFolder) {
+      console.Fail({sName}, "cannot be checked: " + std::string(status.m_sText.View()));
+    }
+    faults.push_back(std::move(status));
   }
-  return nBad;
+  return faults;
 }
 
 int Run(Console& console, const Settings& settings, const Options& options) {
@@ -125,10 +131,12 @@ int Run(Console& console, const Settings& settings, const Options& options) {
     FindExportLosses(root, records, [&report](const ExportLoss& loss) { report.Add(loss); });
   }
   Write(console, set, root, options, data);
-  const std::vector<std::string> written = set.Commit();
+  const std::vector<LoadStatus> faults = LoadAgain(console, set);
   report.Commit();
+  set.Commit();
   if (!options.quiet) report.Tell(options.files.pcf);
-  return LoadAgain(console, written) == 0 ? kDone : kFindings;
+  for (const LoadStatus& fault : faults) ReportFault(console, fault);
+  return faults.empty() ? kDone : kFindings;
 }
 
 }  // namespace

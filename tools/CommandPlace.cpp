@@ -143,9 +143,10 @@ int Run(Console& console, const Settings& settings, const Options& options) {
                                                OneLine(ToUtf8(options.footprint)) + "' has no layer on the board");
     }
   }
-  if (saved) saved->Commit();
+  // The board comes last: when it has changed, all is done.
   out.Commit();
   if (picture) picture->Commit();
+  if (saved) saved->Commit();
   return kDone;
 }
 

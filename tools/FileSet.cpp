@@ -80,7 +80,7 @@ FileSet::~FileSet() {
   if (!m_sPrivate.empty()) TheFileSystem().DeleteTree(m_sPrivate.c_str());
 }
 
-void FileSet::Fail(const std::string& sName, int nError) {
+void FileSet::Fail(const std::string& sName, int nError) const {
   m_console.Fail({sName}, std::string("cannot write: ") + std::strerror(nError));
 }
 
@@ -114,6 +114,7 @@ void FileSet::Prepare(Step& step) {
   if (stat(step.source.c_str(), &source) != 0) Fail(step.name, errno);
   struct stat old {};
   const bool bExists = stat(step.target.c_str(), &old) == 0;
+  if (!bExists && errno != ENOENT) Fail(step.name, errno);
   if (bExists && S_ISDIR(old.st_mode)) Fail(step.name, EISDIR);
   if (bExists && access(step.target.c_str(), W_OK) != 0) Fail(step.name, errno);
   step.inPlace = bExists && !S_ISREG(old.st_mode);
@@ -147,13 +148,17 @@ void FileSet::Undo(const std::vector<Step>& steps) {
   }
 }
 
-std::vector<std::string> FileSet::Commit() {
-  std::vector<std::string> names;
-  if (const int n = TheFileSystem().ListFolder(m_sPrivate.c_str(), names); n != 0) Fail(m_sStem, -n);
-  std::sort(names.begin(), names.end());
+std::vector<std::string> FileSet::Written() const {
+  std::vector<std::string> files;
+  if (const int n = TheFileSystem().ListFolder(m_sPrivate.c_str(), files); n != 0) Fail(m_sStem, -n);
+  for (std::string& sFile : files) sFile = m_sPrivate + "/" + sFile;
+  std::sort(files.begin(), files.end());
+  return files;
+}
+
+void FileSet::Commit() {
   std::vector<Step> steps;
-  for (const std::string& sName : names) {
-    const std::string sSource = m_sPrivate + "/" + sName;
+  for (const std::string& sSource : Written()) {
     steps.push_back({.source = sSource, .name = FinalName(sSource), .target = {}, .backup = {}});
     Prepare(steps.back());
   }
@@ -174,10 +179,6 @@ std::vector<std::string> FileSet::Commit() {
     }
     step.done = true;
   }
-  std::vector<std::string> written;
-  for (const Step& step : steps) written.push_back(step.name);
-  std::sort(written.begin(), written.end());
-  return written;
 }
 
 }  // namespace laminate::cli

@@ -31,8 +31,10 @@ class FileSet {
 
   /// Makes the private folder; gives the stem under which to write.
   CString Begin();
-  /// Puts what was written into place; gives the names of the files.
-  std::vector<std::string> Commit();
+  /// The private files that have been written.
+  std::vector<std::string> Written() const;
+  /// Puts what was written into place.
+  void Commit();
   /// The name that a file of the set will have, for one of the private ones.
   std::string FinalName(const std::string& sPrivate) const;
   /// The path of the file with that ending, which need not exist.
@@ -40,7 +42,7 @@ class FileSet {
 
  private:
   struct Step;
-  [[noreturn]] void Fail(const std::string& sName, int nError);
+  [[noreturn]] void Fail(const std::string& sName, int nError) const;
   void Prepare(Step& step);
   void Undo(const std::vector<Step>& steps);
   void TakeStem();

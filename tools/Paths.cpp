@@ -33,11 +33,6 @@ std::string ResolveLinks(const std::string& sPath) {
   return {};
 }
 
-bool IsRegularFile(const std::string& sPath) {
-  struct stat st {};
-  return stat(sPath.c_str(), &st) == 0 && S_ISREG(st.st_mode);
-}
-
 bool SameFile(const std::string& sA, const std::string& sB) {
   struct stat a {};
   struct stat b {};

@@ -13,9 +13,6 @@ std::string NameOf(const std::string& sPath);
 /// The path behind all links, which need not exist; empty with `errno` set when the links lead nowhere.
 std::string ResolveLinks(const std::string& sPath);
 
-/// Whether a regular file, or a link to one, stands there.
-bool IsRegularFile(const std::string& sPath);
-
 /// Whether two paths name one file: the same device and inode, or, where neither exists yet, the same folder and name.
 bool SameFile(const std::string& sA, const std::string& sB);
 

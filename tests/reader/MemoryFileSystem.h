@@ -43,6 +43,21 @@ class MemoryFileSystem : public laminate::FileSystem {
   }
   std::int64_t SizeOf(Handle h) override { return static_cast<std::int64_t>(files[m_opened.at(h).path].size()); }
   int Close(Handle h) override { return m_opened.erase(h) == 1 ? 0 : -EBADF; }
+  int Sync(Handle h) override { return m_opened.count(h) == 1 ? 0 : -EBADF; }
+  int SetMode(Handle h, unsigned) override { return Sync(h); }
+  int Rename(const char* szFrom, const char* szTo) override {
+    const auto it = files.find(szFrom);
+    if (it == files.end()) return -ENOENT;
+    files[szTo] = std::move(it->second);
+    files.erase(szFrom);
+    return 0;
+  }
+  int Describe(const char* szPath, FileInfo& info) override {
+    if (!Exists(szPath)) return -ENOENT;
+    info = {FolderExists(szPath) ? FileInfo::Kind::folder : FileInfo::Kind::file, 0600, true};
+    return 0;
+  }
+  int ReadLink(const char* szPath, std::string&) override { return Exists(szPath) ? -EINVAL : -ENOENT; }
   int Remove(const char* szPath) override { return files.erase(szPath) == 1 ? 0 : -ENOENT; }
   int MakeFolder(const char* szPath, unsigned) override {
     return files.count(szPath) == 0 && folders.insert(szPath).second ? 0 : -EEXIST;
