@@ -373,7 +373,7 @@ struct RootSet : testing::Test {
     parts.GetAt(0)->m_sName = "PART";
     parts.GetAt(0)->m_sPinAssignRef = "ASSIGN";
     pinAssigns.Add(new CVRXoutPrfPinAssign);
-    pinAssigns.GetAt(0)->m_sName = "ASSIGN";
+    pinAssigns.GetAt(0)->m_sName = "ASSIGN-2";
     functions.Add(new CVRXoutPrfFunction);
     functions.GetAt(0)->m_sName = "FUNCTION";
   }
@@ -399,7 +399,7 @@ TEST_F(RootSet, HoldsTheContainersAndTheRecords) {
     EXPECT_NE(Get(szName).find("(version 2.0)\n"), std::string::npos) << szName;
   }
   for (const std::string& sName : Names()) EXPECT_EQ(Get(sName).find("OTHER"), std::string::npos) << sName;
-  for (const char* szRecord : {"PART", "ASSIGN", "FUNCTION"}) {
+  for (const char* szRecord : {"PART", "ASSIGN-2", "FUNCTION"}) {
     EXPECT_NE(Get("a.cdf").find(szRecord), std::string::npos) << szRecord;
   }
   EXPECT_EQ(root.m_sVersion, "9");
