@@ -4,6 +4,7 @@
 #include <array>
 
 #include "base/CException.h"
+#include "board/CBDtextSize.h"
 #include "fuzz/FuzzSupport.h"
 #include "save/PreserveTestSupport.h"
 
@@ -17,6 +18,25 @@ constexpr std::array<const char*, 8> kNames{"N1", "GND", "A B", "", "x\"y", "a\\
 constexpr std::array<double, 8> kNumbers{0, 1, -1, 0.1, 12.345678, 1e9, -90, 1.0 / 3};
 
 class Edits {
+  template <class Array>
+  auto* One(Array* pArray) const {
+    return pArray->GetAt(pArray->IsEmpty() ? 0 : m_nWhich % pArray->GetSize());
+  }
+  template <class Array>
+  void Remove(Array* pArray) const {
+    if (!pArray->IsEmpty()) pArray->DeleteAt(static_cast<int>(m_nWhich % pArray->GetSize()), 1);
+  }
+  template <class Array, class X>
+  X* Add(Array* pArray, X* p) const {
+    pArray->InsertAt(m_nSecond % (pArray->GetSize() + 1), p);
+    return p;
+  }
+  template <class Array>
+  void Swap(Array* pArray) const {
+    if (pArray->IsEmpty()) return;
+    std::swap(pArray->ElementAt(m_nWhich % pArray->GetSize()), pArray->ElementAt(m_nSecond % pArray->GetSize()));
+  }
+
  public:
   Edits(CBDboardContainer& board, CBDparameter& parameter) : m_board(board), m_parameter(parameter) {}
 
@@ -82,25 +102,6 @@ class Edits {
   }
 
  private:
-  template <class Array>
-  auto* One(Array* pArray) const {
-    return pArray->GetAt(pArray->IsEmpty() ? 0 : m_nWhich % pArray->GetSize());
-  }
-  template <class Array>
-  void Remove(Array* pArray) const {
-    if (!pArray->IsEmpty()) pArray->DeleteAt(static_cast<int>(m_nWhich % pArray->GetSize()), 1);
-  }
-  template <class Array, class X>
-  X* Add(Array* pArray, X* p) const {
-    pArray->InsertAt(m_nSecond % (pArray->GetSize() + 1), p);
-    return p;
-  }
-  template <class Array>
-  void Swap(Array* pArray) const {
-    if (pArray->IsEmpty()) return;
-    std::swap(pArray->ElementAt(m_nWhich % pArray->GetSize()), pArray->ElementAt(m_nSecond % pArray->GetSize()));
-  }
-
   CBDboardContainer& m_board;
   CBDparameter& m_parameter;
   INT_PTR m_nWhich = 0;
