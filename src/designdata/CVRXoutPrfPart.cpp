@@ -1,7 +1,9 @@
 #include "designdata/CVRXoutPrfPart.h"
 
 #include <algorithm>
+#include <array>
 #include <functional>
+#include <initializer_list>
 #include <new>
 #include <string_view>
 #include <unordered_set>
@@ -90,6 +92,56 @@ int CVRXoutPrfPartGateDef::nPrint2File(FILE* fp) {
   return laminate::PrintTo(fp, [&](laminate::TextOut& out) { Write(out); });
 }
 
+// The parts that hold an array sit in a circle, and the array dies with the last of them. A host may have put another
+// array into a field since: such a part holds its seat in vain, and loses it to whoever asks round, so that each seat
+// is asked in vain only once.
+struct CVRXoutPrfPart::Sharing final : laminate::Pooled {
+  struct Seat {
+    const void* pArray = nullptr;  // none: the seat is free
+    const CVRXoutPrfPart* pPart = nullptr;
+    Seat* pNext = this;
+    Seat* pPrevious = this;
+
+    void Leave() {
+      pNext->pPrevious = pPrevious;
+      pPrevious->pNext = pNext;
+      pNext = pPrevious = this;
+      pArray = nullptr;
+    }
+    void SitBeside(Seat& other) {
+      pArray = other.pArray;
+      pPrevious = &other;
+      pNext = other.pNext;
+      pNext->pPrevious = this;
+      other.pNext = this;
+    }
+  };
+
+  explicit Sharing(const CVRXoutPrfPart& part) {
+    for (Seat& seat : seats) seat.pPart = &part;
+  }
+  ~Sharing() { LeaveAll(); }
+  void LeaveAll() {
+    for (Seat& seat : seats) seat.Leave();
+  }
+  Seat* Find(const void* pArray) {
+    const auto it = std::find_if(seats.begin(), seats.end(), [=](const Seat& seat) { return seat.pArray == pArray; });
+    return it == seats.end() ? nullptr : &*it;
+  }
+  // Seats for the arrays that the part holds now, and for no others.
+  void Update(const CVRXoutPrfPart& part) {
+    for (Seat& seat : seats) {
+      if (seat.pArray != nullptr && !part.Holds(seat.pArray)) seat.Leave();
+    }
+    for (const void* p : std::initializer_list<const void*>{part.m_pPortArray, part.m_pGateDefArray,
+                                                            part.m_pPropertyArray, part.m_pStockPropertyArray}) {
+      if (Find(p) == nullptr) Find(nullptr)->pArray = p;
+    }
+  }
+
+  std::array<Seat, 4> seats;
+};
+
 CVRXoutPrfPart::CVRXoutPrfPart() {
   laminate::MakeOwned(m_pPortArray, m_pGateDefArray, m_pPropertyArray, m_pStockPropertyArray);
 }
@@ -98,9 +150,14 @@ CVRXoutPrfPart::CVRXoutPrfPart(const CVRXoutPrfPart& source) : Pooled() { *this 
 
 CVRXoutPrfPart& CVRXoutPrfPart::operator=(const CVRXoutPrfPart& source) {
   if (this == &source) return *this;
+  Sharing& ours = TheSharing();
+  Sharing& theirs = source.TheSharing();
   LetGo();
   laminate::CopyRecord(*this, source);
-  JoinRing(source);
+  theirs.Update(source);
+  for (std::size_t i = 0; i < theirs.seats.size(); ++i) {
+    if (theirs.seats[i].pArray != nullptr) ours.seats[i].SitBeside(theirs.seats[i]);
+  }
   return *this;
 }
 
@@ -114,12 +171,19 @@ bool CVRXoutPrfPart::Holds(const void* p) const {
 }
 
 bool CVRXoutPrfPart::HeldByACopy(const void* p) const {
-  // An array that came in after the last copying is this part's alone: no need to ask round.
-  if (std::find(std::begin(m_apShared), std::end(m_apShared), p) == std::end(m_apShared)) return false;
-  for (const CVRXoutPrfPart* pPart = m_pNextCopy; pPart != this; pPart = pPart->m_pNextCopy) {
-    if (pPart->Holds(p)) return true;
+  // An array that came in after the last copying has no seat: it is this part's alone.
+  Sharing::Seat* const pSeat = m_pSharing == nullptr ? nullptr : m_pSharing->Find(p);
+  if (pSeat == nullptr) return false;
+  while (pSeat->pNext != pSeat) {
+    if (pSeat->pNext->pPart->Holds(p)) return true;
+    pSeat->pNext->Leave();
   }
   return false;
+}
+
+CVRXoutPrfPart::Sharing& CVRXoutPrfPart::TheSharing() const {
+  if (m_pSharing == nullptr) m_pSharing = std::make_unique<Sharing>(*this);
+  return *m_pSharing;
 }
 
 void CVRXoutPrfPart::LetGo() {
@@ -131,18 +195,7 @@ void CVRXoutPrfPart::LetGo() {
   letGo(m_pGateDefArray);
   letGo(m_pPropertyArray);
   letGo(m_pStockPropertyArray);
-  m_pNextCopy->m_pPreviousCopy = m_pPreviousCopy;
-  m_pPreviousCopy->m_pNextCopy = m_pNextCopy;
-  m_pNextCopy = m_pPreviousCopy = this;
-}
-
-void CVRXoutPrfPart::JoinRing(const CVRXoutPrfPart& source) {
-  m_apShared = {m_pPortArray, m_pGateDefArray, m_pPropertyArray, m_pStockPropertyArray};
-  source.m_apShared = m_apShared;
-  m_pPreviousCopy = &source;
-  m_pNextCopy = source.m_pNextCopy;
-  m_pNextCopy->m_pPreviousCopy = this;
-  source.m_pNextCopy = this;
+  if (m_pSharing != nullptr) m_pSharing->LeaveAll();
 }
 
 void CVRXoutPrfPart::Write(laminate::TextOut& out) {

@@ -1,6 +1,6 @@
 #pragma once
-#include <array>
 #include <cstdio>
+#include <memory>
 
 #include "base/CLProperty.h"
 #include "base/CString.h"
@@ -127,16 +127,16 @@ class CVRXoutPrfPart : public laminate::Pooled {
   }
 
  private:
+  struct Sharing;
+
   bool Holds(const void* p) const;
   bool HeldByACopy(const void* p) const;
-  // Deletes the arrays that no copy holds, and leaves the ring of copies.
+  // Deletes the arrays that no copy holds, and leaves the circles of those that are shared.
   void LetGo();
-  void JoinRing(const CVRXoutPrfPart& source);
+  Sharing& TheSharing() const;
 
-  // A part and its copies form a ring; an array dies with the last part of the ring whose fields hold it.
-  mutable const CVRXoutPrfPart* m_pNextCopy = this;
-  mutable const CVRXoutPrfPart* m_pPreviousCopy = this;
-  mutable std::array<const void*, 4> m_apShared{};  // the arrays at the last copying from or to this part
+  // Who else holds the arrays; none before the first copying from or to this part.
+  mutable std::unique_ptr<Sharing> m_pSharing;
 };
 
 /// Parts in file order; owns them.

@@ -2,6 +2,7 @@
 
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include "base/CLProperty.h"
 #include "designdata/CVRXoutPackage.h"
@@ -31,6 +32,14 @@ bool LosesQuote(const T& object, std::string& sValue) {
   sValue = ValueText(s);
   return true;
 }
+// A text without quotes, with a bracket behind it that the scanners take away with all that stand before it.
+template <auto kField, class T>
+bool LosesBare(const T& object, std::string& sValue) {
+  const std::string_view s = (object.*kField).View();
+  if (s.find_first_of(std::string_view(" \"\n\0", 4)) == std::string_view::npos && !s.ends_with(')')) return false;
+  sValue = ValueText(object.*kField);
+  return true;
+}
 template <auto kField, class T>
 bool LosesQuoteOrPercent(const T& object, std::string& sValue) {
   const CString& s = object.*kField;
@@ -40,6 +49,7 @@ bool LosesQuoteOrPercent(const T& object, std::string& sValue) {
 }
 
 constexpr std::string_view kInQuotes = "in quotes, which nothing escapes";
+constexpr std::string_view kBare = "without quotes, and without closing brackets at its end";
 constexpr std::string_view kDoubled = "in quotes, percent signs doubled";
 
 template <auto kField, class T>
@@ -55,29 +65,58 @@ constexpr LossRow<T> DroppedArray(std::string_view field, std::string_view note 
   return Custom<T>(field, Fate::dropped, note, &LosesArray<kArray, T>);
 }
 
-// ---- packages ----
+// ---- packages: their file is re-indented, which makes one percent sign of two ----
 
+template <auto kField, class T>
+bool LosesQuoteOrPair(const T& object, std::string& sValue) {
+  const CString& s = object.*kField;
+  if (s.View().find("%%") == std::string_view::npos) return LosesQuote<kField>(object, sValue);
+  sValue = ValueText(s);
+  return true;
+}
+template <auto kField>
+bool LosesInMountForm(const CVRXoutPackageMountForm& form, std::string& sValue) {
+  if (!(form.*kField).View().ends_with(')')) return LosesQuoteOrPair<kField>(form, sValue);
+  sValue = ValueText(form.*kField);
+  return true;
+}
+template <auto kField>
+constexpr LossRow<CVRXoutPackageMountForm> InMountForm(std::string_view field) {
+  return Custom<CVRXoutPackageMountForm>(
+      field, Fate::normalised,
+      "in quotes, which nothing escapes; without closing brackets at its end, \"%\" for \"%%\"",
+      &LosesInMountForm<kField>);
+}
 bool LosesPackageType(const CVRXoutPackage& p, std::string& sValue) {
   sValue = ValueText(p.m_sType);
   if (p.m_sName.IsEmpty() || sValue == "user-defined") return sValue != "UNDEF";
-  return !ReadsBackBare(sValue);
+  return LosesBare<&CVRXoutPackage::m_sType>(p, sValue) || LosesQuoteOrPair<&CVRXoutPackage::m_sType>(p, sValue);
 }
-bool LosesEmptySpec(const CVRXoutPackageMountForm& p, std::string& sValue) {
-  return p.m_sSpec.IsEmpty() || LosesQuote<&CVRXoutPackageMountForm::m_sSpec>(p, sValue);
+bool LosesSpec(const CVRXoutPackageMountForm& p, std::string& sValue) {
+  return p.m_sSpec.IsEmpty() || LosesInMountForm<&CVRXoutPackageMountForm::m_sSpec>(p, sValue);
+}
+// The first form's name ends its line, so that white space at its end goes too.
+bool LosesFirstName(const CVRXoutPackageMountForm& form, std::string& sValue) {
+  sValue = ValueText(form.m_sMountForm);
+  CString sTrimmed = form.m_sMountForm;
+  return sTrimmed.TrimRight() != form.m_sMountForm || LosesBare<&CVRXoutPackageMountForm::m_sMountForm>(form, sValue) ||
+         LosesQuoteOrPair<&CVRXoutPackageMountForm::m_sMountForm>(form, sValue);
 }
 
 constexpr auto kPackage = Losses<CVRXoutPackage>(
     "CVRXoutPackage",
     Custom<CVRXoutPackage>("m_sType", Fate::normalised, "UNDEF for user-defined, and for a package without a name",
                            &LosesPackageType),
-    Kept<&CVRXoutPackage::m_nUver>(), InQuotes<&CVRXoutPackage::m_sName, CVRXoutPackage>("m_sName"),
+    Kept<&CVRXoutPackage::m_nUver>(),
+    Custom<CVRXoutPackage>("m_sName", Fate::normalised, "in quotes, which nothing escapes; \"%\" for \"%%\"",
+                           &LosesQuoteOrPair<&CVRXoutPackage::m_sName, CVRXoutPackage>),
     Kept<&CVRXoutPackage::m_pMountFormArray>());
 constexpr auto kMountForm = Losses<CVRXoutPackageMountForm>(
     "CVRXoutPackageMountForm",
-    Custom<CVRXoutPackageMountForm>("m_sSpec", Fate::normalised, "an empty one reads back as \"default\"",
-                                    &LosesEmptySpec),
-    InQuotes<&CVRXoutPackageMountForm::m_sBottomFootprint, CVRXoutPackageMountForm>("m_sBottomFootprint"),
-    InQuotes<&CVRXoutPackageMountForm::m_sFootprintRef, CVRXoutPackageMountForm>("m_sFootprintRef"),
+    Custom<CVRXoutPackageMountForm>("m_sSpec", Fate::normalised,
+                                    "as the footprints; an empty one reads back as \"default\"", &LosesSpec),
+    InMountForm<&CVRXoutPackageMountForm::m_sBottomFootprint>("m_sBottomFootprint"),
+    InMountForm<&CVRXoutPackageMountForm::m_sFootprintRef>("m_sFootprintRef"),
     Told<&CVRXoutPackageMountForm::m_sMountForm>(Fate::dropped, "but for that of the first form"));
 
 // ---- functions and pin assigns ----
@@ -112,15 +151,21 @@ constexpr auto kPart = Losses<CVRXoutPrfPart>(
     "CVRXoutPrfPart", InQuotes<&CVRXoutPrfPart::m_sName, CVRXoutPrfPart>("m_sName"),
     Dropped<&CVRXoutPrfPart::m_sFootprintRef>(),
     InQuotes<&CVRXoutPrfPart::m_sPinAssignRef, CVRXoutPrfPart>("m_sPinAssignRef"),
-    Kept<&CVRXoutPrfPart::m_sStockInfo>("not read"), Bare<&CVRXoutPrfPart::m_sPartClass>(),
+    Kept<&CVRXoutPrfPart::m_sStockInfo>("not read"),
+    Custom<CVRXoutPrfPart>("m_sPartClass", Fate::normalised, kBare,
+                           &LosesBare<&CVRXoutPrfPart::m_sPartClass, CVRXoutPrfPart>),
     InQuotes<&CVRXoutPrfPart::m_sPackageRef, CVRXoutPrfPart>("m_sPackageRef"), Kept<&CVRXoutPrfPart::m_pPortArray>(),
     DroppedArray<&CVRXoutPrfPart::m_pGateDefArray, CVRXoutPrfPart>("m_pGateDefArray"),
     Told<&CVRXoutPrfPart::m_pPropertyArray>(Fate::normalised,
-                                            "of equal ones the last; most without brackets in the value"),
+                                            "of equal ones the last; most without brackets in the value, some "
+                                            "without quotes"),
     DroppedArray<&CVRXoutPrfPart::m_pStockPropertyArray, CVRXoutPrfPart>("m_pStockPropertyArray"));
 constexpr auto kPartPort = Losses<CVRXoutPrfPartPort>(
     "CVRXoutPrfPartPort", InQuotes<&CVRXoutPrfPartPort::m_sPortNo, CVRXoutPrfPartPort>("m_sPortNo"),
-    Kept<&CVRXoutPrfPartPort::m_sPortType>("INOUT for an empty one that a pin assign refers to"),
+    Custom<CVRXoutPrfPartPort>("m_sPortType", Fate::normalised,
+                               "without quotes, and without closing brackets at its end; INOUT for an empty one that "
+                               "a pin assign refers to",
+                               &LosesBare<&CVRXoutPrfPartPort::m_sPortType, CVRXoutPrfPartPort>),
     Told<&CVRXoutPrfPartPort::m_sPortName>(Fate::normalised,
                                            "percent signs doubled where a pin assign refers to the part"),
     Kept<&CVRXoutPrfPartPort::m_nSymbPinId>("not read"));
@@ -132,17 +177,28 @@ void FindPropertyLosses(const CVRXoutPrfPart& part, LossFinder& finder) {
   for (INT_PTR i = 0; i < part.m_pPropertyArray->GetSize(); ++i) {
     if (const CLProperty* p = part.m_pPropertyArray->GetAt(i)) last[key(*p)] = i;
   }
-  // Asking a part needs one that may change; the answer does not depend on it.
-  CVRXoutPrfPart asked;
   for (INT_PTR i = 0; i < part.m_pPropertyArray->GetSize(); ++i) {
     const CLProperty* p = part.m_pPropertyArray->GetAt(i);
     if (p == nullptr) continue;
     const LossFinder::Step step(finder, "m_pPropertyArray", p->m_sItem.View(), i);
+    const std::string sValue = ValueText(p->m_sComment);
+    std::string sLost;
     if (last[key(*p)] != i && p->m_sItem != "uver") {
-      finder.Tell("CLProperty", {}, Fate::dropped, "of equal ones the last stays", ValueText(p->m_sComment));
-    } else if (p->m_sItem != "uver" && asked.bIsInSkipList(p->m_sItem) == 0 &&
-               p->m_sComment.View().find_first_of("()") != std::string_view::npos) {
-      finder.Tell("CLProperty", "comment", Fate::normalised, "without brackets", ValueText(p->m_sComment));
+      finder.Tell("CLProperty", {}, Fate::dropped, "of equal ones the last stays", sValue);
+    } else if (part.bIsInSkipList(p->m_sItem) != 0) {
+      // A keyword of its own; what is read of it is one column without any closing bracket.
+      if (LosesBare<&CLProperty::m_sComment>(*p, sLost) || sValue.find(')') != std::string::npos) {
+        finder.Tell("CLProperty", "comment", Fate::normalised, "without quotes and closing brackets", sValue);
+      }
+    } else {
+      if (LosesQuote<&CLProperty::m_sItem>(*p, sLost)) {
+        finder.Tell("CLProperty", "item", Fate::normalised, kInQuotes, sLost);
+      }
+      if (LosesQuote<&CLProperty::m_sComment>(*p, sLost)) {
+        finder.Tell("CLProperty", "comment", Fate::normalised, kInQuotes, sLost);
+      } else if (sValue.find_first_of("()") != std::string::npos) {
+        finder.Tell("CLProperty", "comment", Fate::normalised, "without brackets", sValue);
+      }
     }
   }
 }
@@ -156,11 +212,15 @@ void FindRecordLosses(const ExportRecords& records, LossFinder& finder) {
     bool bFirst = true;
     ForEachElement(finder, "m_pMountFormArray", package.m_pMountFormArray, [&](const CVRXoutPackageMountForm& form) {
       kMountForm.Find(form, finder);
-      if (!bFirst && !form.m_sMountForm.IsEmpty()) {
+      std::string sValue;
+      if (std::exchange(bFirst, false)) {
+        if (LosesFirstName(form, sValue)) {
+          finder.Tell("CVRXoutPackageMountForm", "m_sMountForm", Fate::normalised, kBare, sValue);
+        }
+      } else if (!form.m_sMountForm.IsEmpty()) {
         finder.Tell("CVRXoutPackageMountForm", "m_sMountForm", Fate::dropped, "but for that of the first form",
                     ValueText(form.m_sMountForm));
       }
-      bFirst = false;
     });
   });
   ForEachElement(finder, "m_pPrfFunctionArray", records.pFunctions, name,

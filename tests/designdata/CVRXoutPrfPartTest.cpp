@@ -412,6 +412,49 @@ TEST(PartCopy, ManyCopiesWithArraysOfTheirOwn) {
   EXPECT_EQ(Show(*a->m_pPropertyArray), "[k=v]");
 }
 
+// A part that gets another array before each copying leaves each copy the last that holds one; so does one that others
+// were copied from before they got arrays of their own.
+TEST(PartCopy, ManyCopiesOfAPartWithChangingArrays) {
+  constexpr int kCopies = 50000;
+  const auto start = std::chrono::steady_clock::now();
+  for (const bool bBackwards : {false, true}) {
+    const auto a = FullPart();
+    std::vector<std::unique_ptr<CVRXoutPrfPart>> copies;
+    for (int i = 0; i < kCopies; ++i) {
+      if (i != 0) a->m_pPortArray = new CVRXoutPrfPartPortArray;  // the copy before has the one that stood there
+      copies.push_back(std::make_unique<CVRXoutPrfPart>(*a));
+    }
+    for (int i = 0; i < kCopies / 2; ++i) copies[static_cast<std::size_t>(i)]->m_pPropertyArray = new CLPropertyArray;
+    if (bBackwards) std::reverse(copies.begin(), copies.end());
+    for (auto& p : copies) p.reset();
+    EXPECT_EQ(Show(*a->m_pPropertyArray), "[k=v]");
+    EXPECT_EQ(Show(*a->m_pStockPropertyArray), "[s=t]");
+  }
+  // Asking all of them each time would take minutes.
+  EXPECT_LT(std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count(), 10.0);
+}
+
+// Arrays that changed places are known by their pointers, not by their fields, when the part is copied again.
+TEST(PartCopy, ArraysMayChangePlacesBetweenCopies) {
+  std::vector<int> order(3);
+  std::iota(order.begin(), order.end(), 0);
+  do {
+    std::vector<std::unique_ptr<CVRXoutPrfPart>> parts(3);
+    parts[0] = FullPart();
+    parts[1] = std::make_unique<CVRXoutPrfPart>(*parts[0]);
+    std::swap(parts[0]->m_pPropertyArray, parts[0]->m_pStockPropertyArray);
+    parts[2] = std::make_unique<CVRXoutPrfPart>(*parts[0]);
+    for (const int i : order) {
+      for (std::size_t j = 0; j < 3; ++j) {
+        if (parts[j] == nullptr) continue;
+        EXPECT_EQ(Show(*parts[j]->m_pPropertyArray), j == 1 ? "[k=v]" : "[s=t]");
+        EXPECT_EQ(Show(*parts[j]->m_pStockPropertyArray), j == 1 ? "[s=t]" : "[k=v]");
+      }
+      parts[static_cast<std::size_t>(i)].reset();
+    }
+  } while (std::next_permutation(order.begin(), order.end()));
+}
+
 TEST(PartPort, CopiesAllFields) {
   CVRXoutPrfPart part;
   CVRXoutPrfPartPort& port = AddPort(part, "1", "N", "IN");

@@ -8,8 +8,11 @@
 #include <map>
 #include <set>
 #include <string>
+#include <string_view>
 #include <thread>
+#include <utility>
 
+#include "base/AllocationFault.h"
 #include "base/CException.h"
 #include "base/FaultyFileSystem.h"
 #include "base/TestFolder.h"
@@ -320,6 +323,71 @@ TEST_F(DesignExportTest, PairsOfPercentSignsBecomeOneInIndentedFiles) {
     EXPECT_NE(Get("board.pkf").find("(package \"P%Q%\"\n"), std::string::npos);
   }
   EXPECT_EQ(m_design.technology.m_sName, "50%% %d %n%s%*d%99999999d%");
+}
+
+TEST_F(DesignExportTest, ThePackageFileIsThatOfItsRecordsReIndented) {
+  CVRXoutPackage& package = Design::Add(&m_design.packages, "P");
+  package.m_sType = "SMD";
+  package.vFindSpecWithNameAndNoneCaseRegister("s");
+  CVRXoutPackageMountForm& form = *package.m_pMountFormArray->GetAt(0);
+  form.m_sFootprintRef = "F";
+  const auto expected = [](const std::string& sName, const std::string& sFootprint, const std::string& sSpec) {
+    return "(Japanese_coding: sjis)\n(unit mm)\n\n(package \"" + sName +
+           "\"\n    (type SMD)\n    (uver 1)\n    (mountForm default\n        (footprintRef \"" + sFootprint +
+           "\")\n        (spec \"" + sSpec + "\")\n    )\n)\n\n";
+  };
+  Export();
+  EXPECT_EQ(Get("board.pkf"), expected("P", "F", "s"));
+  // Of two percent signs the file keeps one, and the record both.
+  package.m_sName = "50%%";
+  form.m_sFootprintRef = "F%";
+  form.m_sSpec = "s%%%";
+  for (int i = 0; i < 2; ++i) {
+    Export();
+    EXPECT_EQ(Get("board.pkf"), expected("50%", "F%", "s%%"));
+  }
+  EXPECT_EQ(package.m_sName, "50%%");
+  EXPECT_EQ(form.m_sSpec, "s%%%");
+}
+
+// An array that a record lost is found out when its file is written: files before it are new, it and those behind old.
+TEST_F(DesignExportTest, ARecordWithoutItsArrayEndsTheExportAtItsFile) {
+  const auto expectOldFrom = [&](std::string_view sFirstOld) {
+    for (const std::string& sName : kSet) Put(sName, "old");
+    EXPECT_THROW(Export(), CInvalidArgException);
+    bool bOld = false;
+    for (const char* szName : {"board.pcf", "board.ftf", "board.tcf", "board.pkf", "board.cdf"}) {
+      bOld = bOld || sFirstOld == szName;
+      EXPECT_EQ(Get(szName) == "old", bOld) << szName;
+    }
+    EXPECT_EQ(NamesIn(), kSet);
+  };
+  delete std::exchange(Design::Add(&m_design.parts).m_pPropertyArray, nullptr);
+  expectOldFrom("board.cdf");
+  delete std::exchange(Design::Add(&m_design.packages).m_pMountFormArray, nullptr);
+  expectOldFrom("board.pkf");
+}
+
+TEST_F(DesignExportTest, FailingMemoryLeavesFilesWhole) {
+  const std::string sLong(1000, 'n');
+  for (int i = 0; i < 12; ++i) {
+    const std::string sName = sLong + std::to_string(i);
+    Design::Add(&m_design.packages, sName);
+    Design::Add(&m_design.pinAssigns, sName);
+    CVRXoutPrfPart& part = Design::Add(&m_design.parts, sName);
+    part.m_sPinAssignRef = CString(sName);
+    part.m_pPropertyArray->Add(new CLProperty("k", CString(sLong)));
+  }
+  const CString sPath = Path("board");
+  laminate::ExportDesign(sPath, m_design.Set());
+  std::map<std::string, std::string> good;
+  for (const std::string& sName : kSet) good[sName] = Get(sName);
+  const int nFailures = laminate::test::ForEachFailingAllocation(
+      laminate::test::OnlyPlatforms([&] { laminate::ExportDesign(sPath, m_design.Set()); }), [&] {
+        EXPECT_EQ(NamesIn(), kSet);
+        for (const auto& [sName, sText] : good) EXPECT_EQ(Get(sName), sText);
+      });
+  EXPECT_GT(nFailures, 20);
 }
 
 // A long line is broken, and a piece of it that begins with a blank is told by its number in its file.

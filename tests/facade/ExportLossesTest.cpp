@@ -8,6 +8,7 @@
 #include <set>
 
 #include "base/Designs.h"
+#include "base/TestFolder.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcompGroup.h"
 #include "board/CBDcomponent.h"
@@ -20,6 +21,7 @@
 #include "board/CBDsubBoard.h"
 #include "board/CBDtextSize.h"
 #include "board/CBDvisibleLayerSet.h"
+#include "designdata/CPC_BD_OutClsGet.h"
 #include "designdata/CVRXoutPackage.h"
 #include "designdata/CVRXoutPrfFunction.h"
 #include "designdata/CVRXoutPrfPart.h"
@@ -42,6 +44,8 @@
 #include "drawobj/CBDtext.h"
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
+#include "export/CExportFormatter.h"
+#include "export/CompanionFiles.h"
 #include "facade/CBDesigner.h"
 #include "facade/FacadeTestSupport.h"
 #include "facade/RecordLedgerPage.h"
@@ -812,6 +816,109 @@ TEST(ExportLossesOfRecords, AreTold) {
       "m_pPrfPartArray[P1].m_pPropertyArray[note] CLProperty.comment normalised=(x)"};
   EXPECT_EQ(LossesOf(root, {&packages, &parts, &pinAssigns, &functions}), expected);
   EXPECT_EQ(LossesOf(root), std::vector<std::string>{});
+}
+
+// Every text field of a record on its own, with texts that its file may not be able to hold: a loss is told if, and
+// only if, the text does not come back.
+TEST(ExportLossesOfRecords, AreThoseOfTheFilesReadBack) {
+  using D = CPC_BD_OutClsGet;
+  using Set = void (*)(D&, const CString&);
+  using Get = CString (*)(const D&);
+  struct Row {
+    const char* name;
+    Set set;
+    Get get;
+  };
+  static const auto kForm = [](const D& d) -> CVRXoutPackageMountForm& {
+    return *d.m_pPackageArray->GetAt(0)->m_pMountFormArray->GetAt(0);
+  };
+  static const auto kPart = [](const D& d) -> CVRXoutPrfPart& { return *d.m_pPrfPartArray->GetAt(0); };
+  const Row kRows[] = {
+      {"package name", [](D& d, const CString& s) { d.m_pPackageArray->GetAt(0)->m_sName = s; },
+       [](const D& d) { return d.m_pPackageArray->GetAt(0)->m_sName; }},
+      {"package type", [](D& d, const CString& s) { d.m_pPackageArray->GetAt(0)->m_sType = s; },
+       [](const D& d) { return d.m_pPackageArray->GetAt(0)->m_sType; }},
+      {"mount form", [](D& d, const CString& s) { kForm(d).m_sMountForm = s; },
+       [](const D& d) { return kForm(d).m_sMountForm; }},
+      {"footprint", [](D& d, const CString& s) { kForm(d).m_sFootprintRef = s; },
+       [](const D& d) { return kForm(d).m_sFootprintRef; }},
+      {"bottom footprint", [](D& d, const CString& s) { kForm(d).m_sBottomFootprint = s; },
+       [](const D& d) { return kForm(d).m_sBottomFootprint; }},
+      {"spec", [](D& d, const CString& s) { kForm(d).m_sSpec = s; }, [](const D& d) { return kForm(d).m_sSpec; }},
+      {"part name", [](D& d, const CString& s) { kPart(d).m_sName = s; }, [](const D& d) { return kPart(d).m_sName; }},
+      {"package of a part", [](D& d, const CString& s) { kPart(d).m_sPackageRef = s; },
+       [](const D& d) { return kPart(d).m_sPackageRef; }},
+      {"pin assign of a part", [](D& d, const CString& s) { kPart(d).m_sPinAssignRef = s; },
+       [](const D& d) { return kPart(d).m_sPinAssignRef; }},
+      {"class of a part", [](D& d, const CString& s) { kPart(d).m_sPartClass = s; },
+       [](const D& d) { return kPart(d).m_sPartClass; }},
+      {"number of a port", [](D& d, const CString& s) { kPart(d).m_pPortArray->GetAt(0)->m_sPortNo = s; },
+       [](const D& d) { return kPart(d).m_pPortArray->GetAt(0)->m_sPortNo; }},
+      {"name of a port", [](D& d, const CString& s) { kPart(d).m_pPortArray->GetAt(0)->m_sPortName = s; },
+       [](const D& d) { return kPart(d).m_pPortArray->GetAt(0)->m_sPortName; }},
+      {"type of a port", [](D& d, const CString& s) { kPart(d).m_pPortArray->GetAt(0)->m_sPortType = s; },
+       [](const D& d) { return kPart(d).m_pPortArray->GetAt(0)->m_sPortType; }},
+      {"key", [](D& d, const CString& s) { kPart(d).m_pPropertyArray->GetAt(0)->m_sItem = s; },
+       [](const D& d) { return kPart(d).m_pPropertyArray->GetAt(0)->m_sItem; }},
+      {"value", [](D& d, const CString& s) { kPart(d).m_pPropertyArray->GetAt(0)->m_sComment = s; },
+       [](const D& d) { return kPart(d).m_pPropertyArray->GetAt(0)->m_sComment; }},
+      {"value of a keyword of its own",
+       [](D& d, const CString& s) {
+         kPart(d).m_pPropertyArray->GetAt(0)->m_sItem = "polarity";
+         kPart(d).m_pPropertyArray->GetAt(0)->m_sComment = s;
+       },
+       [](const D& d) { return kPart(d).m_pPropertyArray->GetAt(0)->m_sComment; }},
+  };
+  const std::string_view kTexts[] = {"a",        "",
+                                     "a b",      " a",
+                                     "a ",       "a\"b",
+                                     "\"",       "a)",
+                                     "a))",      ")",
+                                     "a)b",      "(a",
+                                     "a(b",      "%",
+                                     "a%%b",     "%%%",
+                                     "a%d",      "a\tb",
+                                     "a\t",      "a\nb",
+                                     "//",       "\\",
+                                     "UNDEF",    "user-defined",
+                                     "\x95\x5C", std::string_view("a\0b", 3)};
+  const laminate::test::TestFolder folder;
+  for (const Row& row : kRows) {
+    for (const std::string_view text : kTexts) {
+      SCOPED_TRACE(std::string(row.name) + " <" + std::string(text) + ">");
+      D data;
+      auto& package = Add<CVRXoutPackage>(data.m_pPackageArray);
+      package.m_sType = "SMD";
+      Add<CVRXoutPackageMountForm>(package.m_pMountFormArray).m_sSpec = "flow";
+      Add<CVRXoutPrfPartPort>(Add<CVRXoutPrfPart>(data.m_pPrfPartArray).m_pPortArray).m_sPortType = "IN";
+      kPart(data).m_pPropertyArray->Add(new CLProperty("k", "v"));
+      row.set(data, CString(text));
+      CBDesigner root;
+      const std::size_t nLosses = LossesOf(root, {data.m_pPackageArray, data.m_pPrfPartArray, nullptr, nullptr}).size();
+      {
+        std::string sPackages;
+        std::string sParts;
+        laminate::TextOut packages(sPackages);
+        laminate::TextOut parts(sParts);
+        laminate::WritePackageFile(packages, *data.m_pPackageArray);
+        laminate::WriteComponentDefinitionFile(parts, data.m_pPrfPartArray, nullptr, nullptr);
+        packages.Flush();
+        parts.Flush();
+        folder.Write("p.pkf", sPackages);
+        folder.Write("p.cdf", sParts);
+      }
+      { CExportFormatter formatter(CString((folder / "p.pkf").c_str()), 4); }
+      D again;
+      again.vGetOutPackageArray((folder / "p.pkf").c_str());
+      again.vGetOutPrfPartArray((folder / "p.cdf").c_str());
+      bool bCame = !again.m_pPackageArray->IsEmpty() &&
+                   !again.m_pPackageArray->GetAt(0)->m_pMountFormArray->IsEmpty() &&
+                   !again.m_pPrfPartArray->IsEmpty() && !kPart(again).m_pPortArray->IsEmpty() &&
+                   !kPart(again).m_pPropertyArray->IsEmpty();
+      bCame = bCame && row.get(again) == CString(text);
+      EXPECT_EQ(nLosses == 0, bCame);
+    }
+  }
 }
 
 // ---- the ledgers and what is looked for ----

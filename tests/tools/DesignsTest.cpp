@@ -133,7 +133,8 @@ TEST_P(DesignTest, DesignData) {
   }
   const CommandResult again = run({"design-data", "--archive-in", "data.bin", "--json"});
   EXPECT_EQ(again.status, 0) << again.err;
-  EXPECT_EQ(Json::parse(again.out)["m_pPackageArray"], data["m_pPackageArray"]);
+  EXPECT_FALSE(data["m_pPackageArray"].empty());
+  EXPECT_EQ(FirstDifference(Json::parse(again.out), WithoutWhatNoImageHolds(data)), "");
 }
 
 TEST_P(DesignTest, Export) {
