@@ -29,7 +29,13 @@ void PrintPlain(OutputFile& out, const CPC_BD_OutClsGet& data) {
   count("parts", *data.m_pPrfPartArray);
   count("pin assigns", *data.m_pPrfPinAssignArray);
   count("functions", *data.m_pPrfFunctionArray);
+  line("base material",
+       data.m_pStackup->m_sBaseMaterial.IsEmpty() ? "none" : OneLine(data.m_pStackup->m_sBaseMaterial.View()));
   count("stack-up layers", *data.m_pStackup->m_pLayerArray);
+  count("default grids", data.m_pBoardSpec->m_aDefaultGrid);
+  count("grid definitions", data.m_pBoardSpec->m_aGridDef);
+  count("drilling rules", data.m_pBoardSpec->m_aDrillingRule);
+  count("pattern widths", data.m_pBoardSpec->m_aPatternWidth);
   count("rules", *data.m_pRufRuleArray);
   count("board settings", *data.m_pRufRuleBoardArray);
   count("design rule stacks", *data.m_pDesignRuleStackArray);

@@ -60,6 +60,11 @@ void ScanReport::NotClosed(const TextPlace& place, std::string_view sWhat, const
   m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, place.line, place.column, CString(std::string_view(s)));
 }
 
+void ScanReport::Warn(const ScannedLine& line, std::string_view sReason) const {
+  if (!IsWanted()) return;
+  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, line.Place().line, line.Place().column, CString(sReason));
+}
+
 void ScanReport::Skipped(const ScannedLine& line, std::string_view sWhere) const {
   std::string s = "\"";
   s += line.Column(1);
@@ -74,8 +79,7 @@ void ScanReport::OnNothing(const ScannedLine& line) const {
   std::string s = "there is nothing yet that \"";
   s += line.Column(1);
   s += "\" could belong to: the line is skipped";
-  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, line.Place().line, line.Place().column,
-                      CString(std::string_view(s)));
+  Warn(line, s);
 }
 
 }  // namespace laminate

@@ -190,6 +190,8 @@ class ScanReport {
   bool IsWanted() const { return m_pDiagnostics != nullptr; }
   /// The block that was opened there is lost or ends otherwise than by its closing line.
   void NotClosed(const TextPlace& place, std::string_view sWhat, const CString& sName, std::string_view sEffect) const;
+  /// What the line says is lost, or means something else than it seems to.
+  void Warn(const ScannedLine& line, std::string_view sReason) const;
   /// No row takes the line.
   void Skipped(const ScannedLine& line, std::string_view sWhere) const;
   /// The line acts on a record, and there is none.

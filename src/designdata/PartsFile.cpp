@@ -144,8 +144,9 @@ class PartsScanner {
     return Outcome::next;
   }
   // Such a property is taken to span several lines, with a ")" of its own.
-  Outcome OpenInterfaceProperty(const ScannedLine&) {
+  Outcome OpenInterfaceProperty(const ScannedLine& line) {
     m_bInterfaceProperty = true;
+    m_report.Warn(line, "a property inside an interface is not kept, and takes the next \")\" for its own");
     return Outcome::next;
   }
   Outcome CloseInterface(const ScannedLine&) {

@@ -49,10 +49,15 @@ struct Rules {
   CPC_BD_OutClsGet& data;
   Diagnostics* diagnostics;
   CString file;
+  int notes = 0;  // so far
 };
 using RuleWalk = Walk<Rules>;
 
-void Note(Rules& rules, const CECadClsLvl& node, const std::string& s) {
+// A form of two bytes is enough for a note, which takes far more memory: they end at a number that tells enough.
+void Note(Rules& rules, const CECadClsLvl& node, std::string s) {
+  constexpr int kMostNotes = 1000;
+  if (rules.notes > kMostNotes) return;
+  if (rules.notes++ == kMostNotes) s = "further forms of this file that are skipped are not told";
   rules.diagnostics->Add(Diagnostic::Severity::note, rules.file, node.m_nLine, 0, CString(std::string_view(s)));
 }
 std::string Quoted(const CECadClsLvl& node) { return '"' + std::string(node.m_sName.View()) + '"'; }

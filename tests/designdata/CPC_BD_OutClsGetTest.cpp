@@ -7,7 +7,6 @@
 
 #include "base/BKUtility.h"
 #include "base/LocaleScope.h"
-#include "designdata/CWOQBDLayerForExport.h"
 #include "designdata/DesignDataTestSupport.h"
 
 namespace {
@@ -519,53 +518,6 @@ TEST(DesignDataFacade, AssignmentCrossesUnitAndHostText) {
   EXPECT_EQ(b.m_sUnit, "mm");
 }
 
-// ---- the layer map ----
-TEST(LayerMap, GivesTheFirstNameOfAnId) {
-  CWOQBDLayerForExportArray map;
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(0), "");
-  map.SetSize(1);
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(0), "");
-  map.SetSize(0);
-  const auto add = [&map](int nId, const char* szName) {
-    auto p = std::make_unique<CWOQBDLayerForExport>();
-    EXPECT_EQ(p->m_nWOQLayID, 0);
-    EXPECT_EQ(p->m_sBDLayerName, "");
-    p->m_nWOQLayID = nId;
-    p->m_sBDLayerName = szName;
-    laminate::AppendOwned(map, std::move(p));
-  };
-  add(3, "three");
-  add(3, "other");
-  add(-1, "");
-  add(-1, "behind one without a name");
-  map.Add(nullptr);
-  add(7, "seven");
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "three");
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(-1), "");
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(7), "seven");
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(8), "");
-  CWOQBDLayerForExport copy(*map.GetAt(0));
-  EXPECT_EQ(copy.m_sBDLayerName, "three");
-  EXPECT_EQ(copy.m_nWOQLayID, 3);
-  CWOQBDLayerForExport target;
-  target = copy;
-  EXPECT_EQ(target.m_sBDLayerName, "three");
-  EXPECT_EQ(target.m_nWOQLayID, 3);
-  const CWOQBDLayerForExport& self = target;
-  target = self;
-  EXPECT_EQ(target.m_sBDLayerName, "three");
-  EXPECT_EQ(target.m_nWOQLayID, 3);
-  // A copy is its own.
-  copy.m_sBDLayerName = "changed";
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "three");
-  // A host may change an entry in place.
-  map.GetLastElement()->m_nWOQLayID = 9;
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(7), "");
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(9), "seven");
-  map.DeleteAt(0, 1);
-  EXPECT_EQ(map.sGetBDLayerNameFromWOQLayID(3), "other");
-}
-
 // ---- remarks ----
 TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
   struct Case {
@@ -599,6 +551,10 @@ TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
         "file:7:1: note: \"(interface\" means nothing inside a function: the line is skipped",
         "file:9:1: note: \")\" means nothing outside a block: the line is skipped",
         "file:10:1: warning: pin assign \"Q\" is not closed: what was read of it is kept"}},
+      {Kind::parts,
+       "(part \"A\"\n(interface\n (property k v)\n)\n)\n",
+       {"file:3:2: warning: a property inside an interface is not kept, and takes the next \")\" for its own",
+        "file:1:1: warning: part \"A\" is not closed: what was read of it is kept"}},
       {Kind::components,
        "pin 1 = A B\n$COMP \"C\"\ncolour = red\n$COMP \"D\"\n$COMP_END\n$COMP \"E\"\n",
        {"file:1:1: warning: there is nothing yet that \"pin\" could belong to: the line is skipped",

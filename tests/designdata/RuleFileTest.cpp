@@ -711,6 +711,15 @@ TEST(RuleFile, NullArraysRaise) {
   }
 }
 
+TEST(RuleFile, RemarksOfWhatIsSkippedEndAtANumber) {
+  std::string text = "(design d (rule\n";
+  for (int i = 0; i < 2000; ++i) text += "()\n";
+  const std::vector<std::string> remarks = RemarksOf(Kind::rules, text + "))\n");
+  ASSERT_EQ(remarks.size(), 1001u);
+  EXPECT_EQ(remarks[999], "file:1001:0: note: \"\" means nothing inside \"rule\": it is skipped");
+  EXPECT_EQ(remarks[1000], "file:1002:0: note: further forms of this file that are skipped are not told");
+}
+
 TEST(RuleFile, RemarksOfWhatIsSkipped) {
   // Each line is of no effect but for what opens and closes forms.
   const std::string sText =

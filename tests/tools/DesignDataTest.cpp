@@ -42,6 +42,15 @@ TEST_F(DesignData, ShowsWhatWasLoaded) {
       << result.out;
 }
 
+TEST_F(DesignData, ShowsWhatARuleFileHolds) {
+  EXPECT_EQ(run({"design-data", "--rules", "p.rul"}).out,
+            "unit                none\npackages            0\nparts               0\npin assigns         0\n"
+            "functions           0\nbase material       FR4\nstack-up layers     2\ndefault grids       1\n"
+            "grid definitions    1\ndrilling rules      1\npattern widths      1\nrules               1\n"
+            "board settings      1\ndesign rule stacks  1\ntrace rule stacks   1\nnets                1\n"
+            "electrical nets     1\ncomponent settings  1\nlibrary components  0\n");
+}
+
 TEST_F(DesignData, IsTheFacadeInJson) {
   const Json data = Parsed({"--package", "p.pkf", "--parts", "p.cdf", "--rules", "p.rul", "--components", "p.cmp"});
   std::vector<std::string> keys;
