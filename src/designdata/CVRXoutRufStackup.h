@@ -9,11 +9,11 @@
 /// does not hold it, and neither copy nor comparison regards it.
 ///
 ///   (conductor 1 (thickness d) (resistivity d) (lossTangent d) (dielectricConstant d)
-///     (material M...) (place P) (propertyS KEY "WIRE"))      or dielectric; WIRE is SIGNAL, GROUND and POWER are
-///     themselves
-///   (physical ABOVE (thickness d) ... (material M...))        without a material it is named Solder_Resist_4_0.02,
-///   after
-///                                                             its dielectric constant and loss tangent
+///     (material M...) (place P) (propertyS KEY "WIRE"))        or dielectric
+///   (physical ABOVE (thickness d) ... (material M...))         or BELOW
+///
+/// "WIRE" gives the role SIGNAL, "GROUND" and "POWER" give roles of these names. A coating without a material is named
+/// after its dielectric constant and loss tangent: Solder_Resist_4_0.02.
 class CVRXoutRufStackupLayer final : public laminate::Pooled {
  public:
   static constexpr int m_nVersion = 2;

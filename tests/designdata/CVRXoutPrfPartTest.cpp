@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <numeric>
+#include <set>
 
 #include "designdata/DesignDataTestSupport.h"
 
@@ -453,6 +454,39 @@ TEST(PartCopy, ArraysMayChangePlacesBetweenCopies) {
       parts[static_cast<std::size_t>(i)].reset();
     }
   } while (std::next_permutation(order.begin(), order.end()));
+}
+
+struct CountedPort : CVRXoutPrfPartPort {
+  explicit CountedPort(int& nDeleted) : m_nDeleted(nDeleted) {}
+  ~CountedPort() override { ++m_nDeleted; }
+  int& m_nDeleted;
+};
+
+TEST(PartCopy, TheLastThatHoldsAnArrayDeletesIt) {
+  for (const bool bReplaced : {false, true}) {
+    std::vector<int> order(3);
+    std::iota(order.begin(), order.end(), 0);
+    do {
+      int nDeleted = 0;
+      std::vector<std::unique_ptr<CVRXoutPrfPart>> parts(3);
+      parts[0] = std::make_unique<CVRXoutPrfPart>();
+      laminate::AppendOwned<CVRXoutPrfPartPortArray, CVRXoutPrfPartPort>(*parts[0]->m_pPortArray,
+                                                                         std::make_unique<CountedPort>(nDeleted));
+      parts[1] = std::make_unique<CVRXoutPrfPart>(*parts[0]);
+      parts[2] = std::make_unique<CVRXoutPrfPart>(*parts[1]);
+      std::set<int> holders{0, 1, 2};
+      if (bReplaced) {
+        parts[1]->m_pPortArray = new CVRXoutPrfPartPortArray;
+        holders.erase(1);
+      }
+      for (const int i : order) {
+        EXPECT_EQ(nDeleted, holders.empty() ? 1 : 0);
+        parts[static_cast<std::size_t>(i)].reset();
+        holders.erase(i);
+      }
+      EXPECT_EQ(nDeleted, 1);
+    } while (std::next_permutation(order.begin(), order.end()));
+  }
 }
 
 TEST(PartPort, CopiesAllFields) {

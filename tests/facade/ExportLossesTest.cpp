@@ -824,7 +824,7 @@ TEST(ExportLossesOfRecords, AreThoseOfTheFilesReadBack) {
   using D = CPC_BD_OutClsGet;
   using Set = void (*)(D&, const CString&);
   using Get = CString (*)(const D&);
-  struct Row {
+  struct Field {
     const char* name;
     Set set;
     Get get;
@@ -833,7 +833,7 @@ TEST(ExportLossesOfRecords, AreThoseOfTheFilesReadBack) {
     return *d.m_pPackageArray->GetAt(0)->m_pMountFormArray->GetAt(0);
   };
   static const auto kPart = [](const D& d) -> CVRXoutPrfPart& { return *d.m_pPrfPartArray->GetAt(0); };
-  const Row kRows[] = {
+  const Field kFields[] = {
       {"package name", [](D& d, const CString& s) { d.m_pPackageArray->GetAt(0)->m_sName = s; },
        [](const D& d) { return d.m_pPackageArray->GetAt(0)->m_sName; }},
       {"package type", [](D& d, const CString& s) { d.m_pPackageArray->GetAt(0)->m_sType = s; },
@@ -883,16 +883,16 @@ TEST(ExportLossesOfRecords, AreThoseOfTheFilesReadBack) {
                                      "UNDEF",    "user-defined",
                                      "\x95\x5C", std::string_view("a\0b", 3)};
   const laminate::test::TestFolder folder;
-  for (const Row& row : kRows) {
+  for (const Field& field : kFields) {
     for (const std::string_view text : kTexts) {
-      SCOPED_TRACE(std::string(row.name) + " <" + std::string(text) + ">");
+      SCOPED_TRACE(std::string(field.name) + " <" + std::string(text) + ">");
       D data;
       auto& package = Add<CVRXoutPackage>(data.m_pPackageArray);
-      package.m_sType = "SMD";
+      package.m_sType = "UNDEF";  // what a package without a name gets
       Add<CVRXoutPackageMountForm>(package.m_pMountFormArray).m_sSpec = "flow";
       Add<CVRXoutPrfPartPort>(Add<CVRXoutPrfPart>(data.m_pPrfPartArray).m_pPortArray).m_sPortType = "IN";
       kPart(data).m_pPropertyArray->Add(new CLProperty("k", "v"));
-      row.set(data, CString(text));
+      field.set(data, CString(text));
       CBDesigner root;
       const std::size_t nLosses = LossesOf(root, {data.m_pPackageArray, data.m_pPrfPartArray, nullptr, nullptr}).size();
       {
@@ -915,7 +915,7 @@ TEST(ExportLossesOfRecords, AreThoseOfTheFilesReadBack) {
                    !again.m_pPackageArray->GetAt(0)->m_pMountFormArray->IsEmpty() &&
                    !again.m_pPrfPartArray->IsEmpty() && !kPart(again).m_pPortArray->IsEmpty() &&
                    !kPart(again).m_pPropertyArray->IsEmpty();
-      bCame = bCame && row.get(again) == CString(text);
+      bCame = bCame && field.get(again) == CString(text);
       EXPECT_EQ(nLosses == 0, bCame);
     }
   }
