@@ -113,8 +113,11 @@ constexpr auto kPackage = Losses<CVRXoutPackage>(
     Kept<&CVRXoutPackage::m_pMountFormArray>());
 constexpr auto kMountForm = Losses<CVRXoutPackageMountForm>(
     "CVRXoutPackageMountForm",
-    Custom<CVRXoutPackageMountForm>("m_sSpec", Fate::normalised,
-                                    "as the footprints; an empty one reads back as \"default\"", &LosesSpec),
+    Custom<CVRXoutPackageMountForm>(
+        "m_sSpec", Fate::normalised,
+        "in quotes, which nothing escapes; without closing brackets at its end, \"%\" for \"%%\"; an "
+        "empty one reads back as \"default\"",
+        &LosesSpec),
     InMountForm<&CVRXoutPackageMountForm::m_sBottomFootprint>("m_sBottomFootprint"),
     InMountForm<&CVRXoutPackageMountForm::m_sFootprintRef>("m_sFootprintRef"),
     Told<&CVRXoutPackageMountForm::m_sMountForm>(Fate::dropped, "but for that of the first form"));

@@ -8,6 +8,7 @@
 #include "base/BKUtility.h"
 #include "base/LocaleScope.h"
 #include "designdata/DesignDataTestSupport.h"
+#include "designdata/LineScanner.h"
 
 namespace {
 
@@ -63,6 +64,16 @@ TEST(DesignDataFacade, CutsColumns) {
     }
     EXPECT_EQ(data.sGetNthColumn(CString(c.line), static_cast<int>(c.columns.size()) + 1), "");
     EXPECT_THROW(data.sGetNthColumn(CString(c.line), -1), CInvalidArgException);
+  }
+  // A scanner's line gives the same, in whatever order its columns are asked for.
+  laminate::ScannedLine line;
+  for (const Case& c : kCases) {
+    ASSERT_TRUE(line.Take(c.line, 1));
+    EXPECT_EQ(line.Column(0), "");
+    for (const bool bAgain : {false, true}) {
+      EXPECT_EQ(line.Column(c.columns.size() + 1), "") << bAgain;
+      for (std::size_t i = c.columns.size(); i > 0; --i) EXPECT_EQ(line.Column(i), c.columns[i - 1]);
+    }
   }
   EXPECT_EQ(data.sGetNthColumn("", 1), "");
   EXPECT_THROW(data.sGetNthColumn("", -1), CInvalidArgException);

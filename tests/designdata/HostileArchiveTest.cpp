@@ -212,6 +212,8 @@ TEST(HostileCounts, NeedNoMoreRoomThanTheirBytes) {
     LoadCause(properties, Bytes().Array(nCount).Raw(std::string(100, '\0')).Str());
     CStringArray texts;
     LoadCause(texts, Bytes().Int16(0xFFFF).Int(-1).Int64(nCount).Raw("\1a").Str());
+    CVRXoutRufRuleBoard setting;
+    LoadCause(setting, Bytes().Int(1).Raw("\xFF").Int16(0xFFFF).Int(-1).Int64(nCount).Raw("few").Str());
   };
   EXPECT_EXIT(
       {
