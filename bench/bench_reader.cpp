@@ -1,7 +1,5 @@
 // The reader's road: text to tree, a board to its pieces, and a whole load without anything that takes the trees.
 // Every figure stands beside that of a plain reader in the same run. Real board files can be named as arguments.
-#include <fstream>
-#include <iterator>
 #include <map>
 #include <utility>
 #include <vector>
@@ -9,21 +7,19 @@
 #include "base/BKUtility.h"
 #include "bench/BenchSupport.h"
 #include "bench/BoardGenerator.h"
+#include "bench/PlainLoad.h"
 #include "reader/BoardFileSplitter.h"
 #include "reader/CECadCls.h"
 #include "reader/LoadTestSupport.h"
-#include "reader/PlainReader.h"
 
 namespace {
 
 using laminate::bench::BenchFolder;
 using laminate::bench::BoardGenerator;
 using laminate::bench::Lines;
-
-std::string Read(const std::string& path) {
-  std::ifstream in(path, std::ios::binary);
-  return {std::istreambuf_iterator<char>(in), {}};
-}
+using laminate::bench::PlainLoad;
+using laminate::bench::PlainSplit;
+using laminate::bench::PlainTree;
 
 void Tree(const std::string& path) {
   CECadCls reader;
@@ -44,26 +40,6 @@ void Split(const std::string& path) {
 void Load(const std::string& path) {
   LoadRoot root;
   root.Load(CString(path));
-}
-
-// The plain ways to the same ends.
-void PlainTree(const std::string& path) { benchmark::DoNotOptimize(plain::ParseFile(Read(path)).result); }
-
-plain::Split PlainPieces(const std::string& path, const std::string& folder) {
-  plain::Split split;
-  plain::SplitBoardFile(Read(path), split);
-  std::filesystem::create_directories(folder);
-  for (const auto& [name, text] : split.files) std::ofstream(folder + "/" + name, std::ios::binary) << text;
-  return split;
-}
-void PlainSplit(const std::string& path, const std::string& folder) {
-  PlainPieces(path, folder);
-  std::filesystem::remove_all(folder);
-}
-void PlainLoad(const std::string& path, const std::string& folder) {
-  const plain::Split split = PlainPieces(path, folder);
-  for (const auto& file : split.files) PlainTree(folder + "/" + file.first);
-  std::filesystem::remove_all(folder);
 }
 
 const std::map<std::string, void (*)(const std::string&)> kOperations = {

@@ -48,13 +48,13 @@ std::size_t SlotOfName(std::string_view s) {
   return s.size() + 31 * byte(0) + 7 * byte(s.size() - 1) + 3 * byte(s.size() / 2);
 }
 
-// One pass of the gathering: the order in which the elements come out. `keys` numbers each element's key, `mayLead`
-// tells which elements may start a run, and `lastHead` is the key that counts as gathered at the start, or `kNone`.
+// One pass of the gathering: the order in which the elements come out. `keys` numbers each element's key,
+// `mayLead(element)` tells which may start a run, and `lastHead` is the key that counts as gathered at the start.
 //
 // The element that directly follows a gathered run is put out unexamined. Since a run takes all elements of its key
 // that are still there, each key's chain is walked once.
-std::vector<Index> Gather(const std::vector<Index>& keys, std::size_t nKeys, const std::vector<bool>& mayLead,
-                          Index lastHead) {
+template <class MayLead>
+std::vector<Index> Gather(const std::vector<Index>& keys, std::size_t nKeys, MayLead mayLead, Index lastHead) {
   const std::size_t nCount = keys.size();
   std::vector<Index> firstOf(nKeys, kNone);
   std::vector<Index> nextOf(nCount);
@@ -75,7 +75,7 @@ std::vector<Index> Gather(const std::vector<Index>& keys, std::size_t nKeys, con
   while (skipDone()) {
     const std::size_t nHead = nCursor;
     putOut(nHead);
-    if (!mayLead[nHead] || keys[nHead] == lastHead) continue;
+    if (!mayLead(nHead) || keys[nHead] == lastHead) continue;
     lastHead = keys[nHead];
     for (Index i = nextOf[nHead]; i != kNone; i = nextOf[i]) {
       if (!done[i]) putOut(i);
@@ -85,58 +85,63 @@ std::vector<Index> Gather(const std::vector<Index>& keys, std::size_t nKeys, con
   return order;
 }
 
-using Shapes = std::vector<const CBDdrawObj*>;
-
-template <class T>
-std::vector<T> Ordered(const std::vector<T>& elements, const std::vector<Index>& order) {
-  std::vector<T> result;
-  result.reserve(elements.size());
-  for (const Index i : order) result.push_back(elements[i]);
-  return result;
-}
-
-// By number, from -1: every shape may lead.
-std::vector<Index> OrderByNumber(const Shapes& shapes) {
-  KeyIds<int, decltype(&SlotOfNumber)> ids(&SlotOfNumber);
-  const Index start = ids.Of(-1);
-  std::vector<Index> keys;
-  keys.reserve(shapes.size());
-  for (const CBDdrawObj* p : shapes) keys.push_back(ids.Of(p->m_nLayerNumber));
-  return Gather(keys, ids.Count(), std::vector<bool>(shapes.size(), true), start);
-}
-
-// By name, from the empty one: shapes of number 0 may lead, and take those of any number along.
-std::vector<Index> OrderByName(const Shapes& shapes) {
-  KeyIds<std::string_view, decltype(&SlotOfName)> ids(&SlotOfName);
-  const Index start = ids.Of({});
-  std::vector<Index> keys;
-  std::vector<bool> mayLead;
-  keys.reserve(shapes.size());
-  mayLead.reserve(shapes.size());
-  for (const CBDdrawObj* p : shapes) {
-    keys.push_back(ids.Of(p->m_sLayerName.View()));
-    mayLead.push_back(p->m_nLayerNumber == 0);
+// What the passes need of the shapes, in their order: they lie far apart, so each is looked at once.
+class ShapeKeys {
+ public:
+  explicit ShapeKeys(const CBDdrawObjArray& array) {
+    const auto nShapes = static_cast<std::size_t>(array.GetSize());
+    m_slots.reserve(nShapes);
+    m_numberKeys.reserve(nShapes);
+    m_nameKeys.reserve(nShapes);
+    m_isNumberless.reserve(nShapes);
+    for (INT_PTR i = 0; i < array.GetSize(); ++i) {
+      const CBDdrawObj* const p = array.GetAt(i);
+      // While one shape is looked at, a later one comes into the cache.
+      if (const CBDdrawObj* const pLater = array.GetAt(i + 16)) {
+        __builtin_prefetch(&pLater->m_sLayerName);
+        __builtin_prefetch(&pLater->m_nLayerNumber);
+      }
+      if (p == nullptr) continue;
+      m_slots.push_back(i);
+      m_numberKeys.push_back(m_numbers.Of(p->m_nLayerNumber));
+      m_nameKeys.push_back(m_names.Of(p->m_sLayerName.View()));
+      m_isNumberless.push_back(p->m_nLayerNumber == 0);
+    }
   }
-  return Gather(keys, ids.Count(), mayLead, start);
-}
+
+  std::vector<INT_PTR> GatheredSlots() const {
+    // By number, from -1: every shape may lead.
+    std::vector<Index> order = Gather(
+        m_numberKeys, m_numbers.Count(), [](std::size_t) { return true; }, m_noNumber);
+    // By name, from the empty one: shapes of number 0 may lead, and take those of any number along.
+    const std::vector<Index> nameKeys = Picked(m_nameKeys, order);
+    const auto mayLead = [&](std::size_t i) { return m_isNumberless[order[i]]; };
+    return Picked(m_slots, Picked(order, Gather(nameKeys, m_names.Count(), mayLead, m_noName)));
+  }
+
+ private:
+  template <class T>
+  static std::vector<T> Picked(const std::vector<T>& elements, const std::vector<Index>& order) {
+    std::vector<T> result;
+    result.reserve(order.size());
+    for (const Index i : order) result.push_back(elements[i]);
+    return result;
+  }
+
+  KeyIds<int, decltype(&SlotOfNumber)> m_numbers{&SlotOfNumber};
+  KeyIds<std::string_view, decltype(&SlotOfName)> m_names{&SlotOfName};
+  const Index m_noNumber = m_numbers.Of(-1);
+  const Index m_noName = m_names.Of({});
+  std::vector<INT_PTR> m_slots;
+  std::vector<Index> m_numberKeys;
+  std::vector<Index> m_nameKeys;
+  std::vector<bool> m_isNumberless;
+};
 
 }  // namespace
 
 std::vector<INT_PTR> GatheredSlots(const CBDdrawObjArray& array) {
-  return WithPlatformFailures([&array] {
-    Shapes shapes;
-    std::vector<INT_PTR> slots;
-    shapes.reserve(static_cast<std::size_t>(array.GetSize()));
-    slots.reserve(shapes.capacity());
-    for (INT_PTR i = 0; i < array.GetSize(); ++i) {
-      if (array.GetAt(i) == nullptr) continue;
-      shapes.push_back(array.GetAt(i));
-      slots.push_back(i);
-    }
-    const std::vector<Index> byNumber = OrderByNumber(shapes);
-    shapes = Ordered(shapes, byNumber);
-    return Ordered(Ordered(slots, byNumber), OrderByName(shapes));
-  });
+  return WithPlatformFailures([&array] { return ShapeKeys(array).GatheredSlots(); });
 }
 
 void GatherByLayer(CBDdrawObjArray& array) {
