@@ -112,7 +112,6 @@ CExportFormatter::~CExportFormatter() {
 }
 
 void CExportFormatter::Print(const char* szFormat, ...) {
-  if (m_fpOut == nullptr) AfxThrowInvalidArgException();
   CString sLine;
   std::va_list args;
   va_start(args, szFormat);

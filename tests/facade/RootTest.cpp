@@ -501,6 +501,7 @@ TEST_F(RootSet, TheSecondOneHasPercentSignsAndQuotesOnceMore) {
   root.vParseFTF(folder.Write("b.ftf", kPercentLibrary));
   root.vParsePCF(folder.Write("b.pcf", BoardText(kPercentBoard)));
   ASSERT_TRUE(root.GetLoadStatus().IsOk()) << root.GetLoadStatus().m_sText;
+  pinAssigns.GetAt(0)->m_sName = parts.GetAt(0)->m_sPinAssignRef;
   auto* pPort = new CVRXoutPrfPartPort;
   pPort->m_sPortNo = "1%";
   pPort->m_sPortName = "P%";
