@@ -1,4 +1,6 @@
-// Saving: unedited, with one component edited, and anew, beside a load of the same board in the same run.
+// Saving: unedited, with one component or shape edited, in another order, and anew, beside a load of the same board in
+// the same run.
+#include <algorithm>
 #include <memory>
 
 #include "base/BKUtility.h"
@@ -6,6 +8,7 @@
 #include "bench/BoardGenerator.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcomponent.h"
+#include "drawobj/CBDdrawObj.h"
 #include "facade/CBDesigner.h"
 #include "facade/SavedRoot.h"
 #include "save/DesignSaver.h"
@@ -16,7 +19,7 @@ using laminate::bench::BenchFolder;
 using laminate::bench::BoardGenerator;
 using laminate::bench::CpuSeconds;
 
-enum class Way { unedited, oneComponent, fresh };
+enum class Way { unedited, oneComponent, oneShape, reversedComponents, fresh };
 
 void Save(benchmark::State& state, int nScale, Way way) {
   const BenchFolder folder;
@@ -33,6 +36,12 @@ void Save(benchmark::State& state, int nScale, Way way) {
     if (way == Way::oneComponent) {
       CBDcomponentArray& components = *pRoot->m_pBoardContainer->m_pComponentArray;
       components.GetAt(components.GetSize() / 2)->m_ptLocation.x += 1.25;
+    } else if (way == Way::oneShape) {
+      CBDdrawObjArray& shapes = *pRoot->m_pBoardContainer->m_pDrawObjArray;
+      shapes.GetAt(shapes.GetSize() / 2)->vMoveRotate(-1.25, 0, 0, "A");
+    } else if (way == Way::reversedComponents) {
+      CBDcomponentArray& components = *pRoot->m_pBoardContainer->m_pComponentArray;
+      std::reverse(components.begin(), components.end());
     }
     const double nEdited = CpuSeconds();
     laminate::DesignSaver saver(laminate::SavedRoot(*pRoot));
@@ -53,8 +62,10 @@ void Save(benchmark::State& state, int nScale, Way way) {
 
 int main(int argc, char** argv) {
   for (int nScale : {1, 10, 100}) {
-    for (const auto& [szWay, way] : {std::pair("unedited", Way::unedited),
-                                     std::pair("one component", Way::oneComponent), std::pair("fresh", Way::fresh)}) {
+    for (const auto& [szWay, way] :
+         {std::pair("unedited", Way::unedited), std::pair("one component", Way::oneComponent),
+          std::pair("one shape", Way::oneShape), std::pair("components reversed", Way::reversedComponents),
+          std::pair("fresh", Way::fresh)}) {
       benchmark::RegisterBenchmark((std::string("save ") + szWay + ", " + std::to_string(nScale) + "x").c_str(),
                                    [nScale, way = way](benchmark::State& state) { Save(state, nScale, way); })
           ->Unit(benchmark::kMillisecond)

@@ -148,12 +148,26 @@ struct PreservedBoard::LayerPiece {
   const char* At(std::size_t n) const { return piece.Source(n); }
   const char* BeginOf(const FormNode& form) const { return At(form.range.nBegin); }
   const char* EndOf(const FormNode& form) const { return At(form.range.nEnd - 1) + 1; }
+  // How many forms a layer has besides those that name it. Its items ask one after the other.
+  std::size_t CountContent(const FormNode& layer) {
+    if (pCounted != &layer) {
+      pCounted = &layer;
+      nContent =
+          static_cast<std::size_t>(std::count_if(layer.children.begin(), layer.children.end(),
+                                                 [](const FormNode& child) { return !NamesAnyLayer(child.Name()); }));
+    }
+    return nContent;
+  }
 
   const TextPiece& piece;
   std::string sJoined;
   FormTree tree;
   std::vector<LayerItem> items;
   std::size_t nFirst = 0;  // the shape that the first item became
+
+ private:
+  const FormNode* pCounted = nullptr;
+  std::size_t nContent = 0;
 };
 
 PreservedBoard::PreservedBoard(const SavedDesign& design, const SourceDesign& source, std::string_view text,
@@ -254,6 +268,10 @@ void PreservedBoard::EditComponents() {
   comparison.akin = [&](std::size_t i, std::size_t j) { return CountDifferences(old(i), now(j)) <= kFewDifferences; };
   m_componentSteps = Align(comparison);
 
+  for (const AlignedStep& step : m_componentSteps) {
+    if (step.kind == Kind::removed) m_removedComponents.emplace(ContentHash(old(step.i)), step.i);
+  }
+
   const auto isAdded = [](const AlignedStep& step) { return step.kind == Kind::added; };
   const auto stays = [](const AlignedStep& step) { return step.kind == Kind::kept || step.kind == Kind::changed; };
   const AlignedStep* pBefore = nullptr;
@@ -321,13 +339,15 @@ void PreservedBoard::AddComponents(const AlignedStep* pBefore, const AlignedStep
     const CBDcomponent& component = ComponentAt(m_design, j);
     // One that has only moved to another place of the order keeps its form.
     std::string sForm;
-    for (const AlignedStep& step : m_componentSteps) {
-      if (step.kind != Kind::removed || !SameContent(ComponentAt(m_old, step.i), component)) continue;
+    const auto [moved, movedEnd] = m_removedComponents.equal_range(ContentHash(component));
+    const auto it = std::find_if(moved, movedEnd, [&](const auto& removed) {
+      return SameContent(ComponentAt(m_old, removed.second), component);
+    });
+    if (it != movedEnd) {
       const char* formBegin = nullptr;
       const char* formEnd = nullptr;
-      PlaceOfComponent(step.i, formBegin, formEnd);
+      PlaceOfComponent(it->second, formBegin, formEnd);
       sForm.assign(formBegin, formEnd);
-      break;
     }
     if (sForm.empty()) sForm = LaidOut(WriteComponent(component, j, m_losses), layout);
     if (pNeighbour == nullptr) {
@@ -391,14 +411,11 @@ void PreservedBoard::EditShapes() {
   CBDdrawObj* const* const shapes = m_design.pBoard->m_pDrawObjArray->GetData();
   LayerChange change;
   change.old = [this](std::size_t i) {
-    const LayerPiece& piece = PieceOfShape(i);
+    LayerPiece& piece = PieceOfShape(i);
     const LayerItem& item = piece.items[i - piece.nFirst];
     const FormNode& layer = *item.pLayer;
-    const auto nOther =
-        static_cast<std::size_t>(std::count_if(layer.children.begin(), layer.children.end(),
-                                               [](const FormNode& child) { return !NamesAnyLayer(child.Name()); }));
     return PlacedItem{piece.BeginOf(layer),     piece.EndOf(layer), piece.BeginOf(*item.pItem),
-                      piece.EndOf(*item.pItem), piece.items.size(), nOther == piece.items.size()};
+                      piece.EndOf(*item.pItem), piece.items.size(), piece.CountContent(layer) == piece.items.size()};
   };
   change.sameLayer = [&](std::size_t j, std::size_t k) { return StandInOneLayer(now(j), now(k)); };
   change.change = [this](std::size_t i, std::size_t j) { ChangeShape(i, j); };

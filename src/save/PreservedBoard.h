@@ -1,7 +1,9 @@
 #pragma once
+#include <cstdint>
 #include <memory>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "save/Alignment.h"
@@ -50,6 +52,7 @@ class PreservedBoard {
   SourceEdits m_edits;
   std::vector<std::size_t> m_pieceOfComponent;
   std::vector<AlignedStep> m_componentSteps;
+  std::unordered_multimap<std::uint64_t, std::size_t> m_removedComponents;  // by content
   std::vector<AlignedStep> m_shapeSteps;
   std::vector<std::unique_ptr<LayerPiece>> m_layerPieces;
 };
