@@ -38,10 +38,15 @@ std::string_view Expand(std::string_view s, char (&buffer)[kBuffer]) {
   return {buffer, n};
 }
 
+// Wraps around where a level or a line number leaves its range, for a host may set them to any value.
+int Moved(int n, std::ptrdiff_t nSteps) {
+  return static_cast<int>(static_cast<unsigned>(n) + static_cast<unsigned>(nSteps));
+}
+
 }  // namespace
 
 void Indenter::Line(TextOut& out, std::string_view sLine) const {
-  ++nLineNo;
+  nLineNo = Moved(nLineNo, 1);
   if (!sLine.empty() && sLine.front() == ' ') {
     CString sText;
     sText.Format("CExportFormatter::Print() error!, Line No : %d !!", nLineNo);
@@ -49,12 +54,12 @@ void Indenter::Line(TextOut& out, std::string_view sLine) const {
   }
   const std::string_view sTrimmed = TrimmedView(sLine);
   bCloserOnly = sTrimmed == ")" ? 1 : 0;
-  if (bCloserOnly) --nLevel;
+  if (bCloserOnly) nLevel = Moved(nLevel, -1);
   Indent(out, static_cast<long long>(nLevel) * nIndentWidth);
   out.Print<"%s\n">(sTrimmed);
-  nLevel += static_cast<int>(std::count(sTrimmed.begin(), sTrimmed.end(), '('));
-  nLevel -= static_cast<int>(std::count(sTrimmed.begin(), sTrimmed.end(), ')'));
-  if (bCloserOnly) ++nLevel;  // a lone ")" has been counted twice
+  nLevel = Moved(nLevel, std::count(sTrimmed.begin(), sTrimmed.end(), '(') -
+                             std::count(sTrimmed.begin(), sTrimmed.end(), ')') +
+                             bCloserOnly);  // a lone ")" has been counted twice
 }
 
 void Indenter::AllLines(TextOut& out, std::string_view sText) const {

@@ -5,6 +5,7 @@
 
 #include <cerrno>
 #include <fstream>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <type_traits>
@@ -319,6 +320,23 @@ TEST_F(FormatterTest, PrintsWhatAHostGivesIt) {
   EXPECT_EQ(m_boxes.texts, (std::vector<std::string>{"CExportFormatter::Print() error!, Line No : 2 !!"}));
   CExportFormatter closed((m_folder / "none/text.tcf").c_str(), 2);
   EXPECT_THROW(closed.Print("x"), CInvalidArgException);
+}
+
+TEST(Indenting, CountsWrapAround) {
+  std::string sOut;
+  laminate::TextOut out(sOut);
+  int nLevel = std::numeric_limits<int>::min();
+  int bCloserOnly = 0;
+  int nLineNo = std::numeric_limits<int>::max();
+  const laminate::Indenter indenter{nLevel, 0, bCloserOnly, nLineNo};
+  indenter.Line(out, "))");
+  EXPECT_EQ(nLevel, std::numeric_limits<int>::max() - 1);
+  EXPECT_EQ(nLineNo, std::numeric_limits<int>::min());
+  nLevel = std::numeric_limits<int>::min();
+  indenter.Line(out, ")");
+  EXPECT_EQ(nLevel, std::numeric_limits<int>::max());
+  indenter.Line(out, "((");
+  EXPECT_EQ(nLevel, std::numeric_limits<int>::min() + 1);
 }
 
 TEST(Indenting, CostsAsMuchForOneLineAsForMany) {
