@@ -23,10 +23,11 @@ class CBDpinGate : public laminate::Pooled {
   /// Writes "(gate NUMBER (name NAME))". First each "%" of `m_sName` becomes "%%" in this object, at every call anew.
   /// Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out);
 
-  int m_nGate = 0;
-  CString m_sName;
+  int m_nGate = 0;  ///< number of the gate, from 1
+  CString m_sName;  ///< the pin's name in the gate
 };
 
 class CBDpinGateArray : public laminate::NamedArray<CBDpinGate> {};
@@ -39,26 +40,32 @@ class CBDbondwire : public laminate::Pooled {
   CBDbondwire& operator=(const CBDbondwire&) = default;
   virtual ~CBDbondwire() = default;
 
-  CPointD m_ptTo;
-  CPointD m_ptFrom;
+  CPointD m_ptTo;    ///< the second form of a "bondWire"
+  CPointD m_ptFrom;  ///< the first one
 };
 
 class CBDbondwireArray : public laminate::NamedArray<CBDbondwire> {};
 
 /// A pin of a component.
+///
+///   (pin NAME (pt X Y) (gate NUMBER (name NAME)) ... (layout (layer (conductive N) SHAPE ...) ...) (bondWire ...) ...)
 class CBDpin : public laminate::Pooled {
  public:
+  /// Makes an unnamed pin with empty arrays.
   CBDpin();
   /// Copies member by member and shares the three arrays: only one of the pins that share them may be destroyed; the
   /// host sets the pointers of the others to null.
   CBDpin(const CBDpin&) = default;
   /// As the copy constructor. The arrays that this pin held are not deleted: they are the host's to delete.
   CBDpin& operator=(const CBDpin&) = default;
+  /// Deletes the arrays with all in them.
   virtual ~CBDpin();
 
-  /// Writes the "pin" form, without the bond wires. First each "%" of `m_sName` becomes "%%" in this object, at every
-  /// call anew. Always 0; a null stream raises `CInvalidArgException`.
+  /// Writes the "pin" form, without the bond wires. A layer is written as "(layer (TYPE (type NAME))", which loads
+  /// again for a system layer alone. First each "%" of `m_sName` becomes "%%" in this object, at every call anew.
+  /// Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out);
 
   CBDbondwireArray* m_pBondwireArray;  ///< owned

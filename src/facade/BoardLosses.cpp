@@ -3,6 +3,7 @@
 #include <set>
 
 #include "base/CGProperty.h"
+#include "base/WriterText.h"
 #include "board/CBDboardContainer.h"
 #include "board/CBDcompGroup.h"
 #include "board/CBDcomponent.h"
@@ -26,11 +27,6 @@ namespace laminate {
 
 namespace {
 
-template <class Array>
-INT_PTR SizeOf(const Array* pArray) {
-  return pArray == nullptr ? 0 : pArray->GetSize();
-}
-
 // ---- nets ----
 
 constexpr auto kNet =
@@ -44,7 +40,7 @@ constexpr auto kRefPin = Losses<CBDrefPin>("CBDrefPin", Bare<&CBDrefPin::m_sComp
 
 bool LosesGateCount(const CBDcomponent& p, std::string& sValue) {
   sValue = std::to_string(p.m_nGateCount);
-  return p.m_nGateCount != 0 && p.m_nGateCount != SizeOf(p.m_pGateArray);
+  return p.m_nGateCount != 0 && p.m_nGateCount != CountOf(p.m_pGateArray);
 }
 bool LosesOriginalReference(const CBDcomponent& p, std::string& sValue) {
   sValue = ValueText(p.m_sOriginalReference);
@@ -52,7 +48,7 @@ bool LosesOriginalReference(const CBDcomponent& p, std::string& sValue) {
 }
 bool LosesPackageSymbol(const CBDcomponent& p, std::string& sValue) {
   sValue = ValueText(p.m_sPackageSymbol);
-  return !sValue.empty() && !(sValue == "YES" && SizeOf(p.m_pGateArray) == 1);
+  return !sValue.empty() && !(sValue == "YES" && CountOf(p.m_pGateArray) == 1);
 }
 bool LosesScale(const CBDcomponent& p, std::string& sValue) {
   if (p.m_dScale == 1.0) return false;
@@ -118,8 +114,8 @@ void FindComponentLosses(const CBDcomponent& component, LossFinder& finder) {
       finder, "m_pPinArray", component.m_pPinArray, [](const CBDpin& pin) { return pin.m_sName.View(); },
       [&finder](const CBDpin& pin) {
         kPin.Find(pin, finder);
-        if (SizeOf(pin.m_pBondwireArray) != 0) {
-          finder.Tell("CBDpin", "m_pBondwireArray", Fate::dropped, {}, std::to_string(SizeOf(pin.m_pBondwireArray)));
+        if (CountOf(pin.m_pBondwireArray) != 0) {
+          finder.Tell("CBDpin", "m_pBondwireArray", Fate::dropped, {}, std::to_string(CountOf(pin.m_pBondwireArray)));
         }
         ForEachElement(finder, "m_pPinGateArray", pin.m_pPinGateArray,
                        [&finder](const CBDpinGate& gate) { kPinGate.Find(gate, finder); });

@@ -19,13 +19,14 @@ class CBDcondLayerRef : public laminate::Pooled {
   CBDcondLayerRef& operator=(const CBDcondLayerRef&) = default;
   virtual ~CBDcondLayerRef() = default;
 
-  /// Writes the "refer" form, with a "userDefType" that is always 0. Always 0; a null stream raises
-  /// `CInvalidArgException`.
+  /// Writes "(refer NAME (type TYPE) (userDefType 0))", the name in quotes if it holds a bracket. Always 0; a null
+  /// stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
-  CString m_sName;
-  CString m_sType;
+  CString m_sName;             ///< of the non-conductive layer
+  CString m_sType;             ///< what it is to this one, such as "RESIST"
   __int64 m_nUserDefType = 0;  ///< never set and not written
 };
 
@@ -42,16 +43,17 @@ class CBDcondLayer : public laminate::Pooled {
   CBDcondLayer& operator=(const CBDcondLayer&) = default;
   virtual ~CBDcondLayer();
 
-  /// Writes the "layerNumber" form; `m_nProperty` is not written. Always 0; a null stream raises
-  /// `CInvalidArgException`.
+  /// Writes "(layerNumber N (type T) (soldering S) REFERENCE ... (ITEM COMMENT) ...)", no soldering when it is empty;
+  /// `m_nProperty` is not written. Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
   int m_nLayerNumber = 0;
   int m_nProperty = -1;  ///< the number of its last "propertyI"
   CString m_sReserved1;
-  CString m_sType = "POSI";
-  CString m_sSoldering;
+  CString m_sType = "POSI";  ///< "POSI" or "NEGA": what is drawn is copper, or is free of it
+  CString m_sSoldering;      ///< a word of the file such as "REFLOW"; may be empty
   CString m_sReserved2;
   CLPropertyArray m_aProperties;      ///< filled by the host only
   CBDcondLayerRefArray* m_pRefArray;  ///< owned

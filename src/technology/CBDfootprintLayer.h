@@ -20,6 +20,7 @@ class CBDfootprintLayer : public laminate::Pooled {
   /// Writes "(layer NAME (type TYPE))", the name in quotes if it holds a bracket. Always 0; a null stream raises
   /// `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
   CString m_sName;

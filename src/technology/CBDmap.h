@@ -21,10 +21,11 @@ class CBDcorrespondence : public laminate::Pooled {
   CBDcorrespondence& operator=(const CBDcorrespondence&) = delete;
   virtual ~CBDcorrespondence() = default;
 
-  /// Writes the "correspondence" form. A board layer whose name reads as a number from 1 to `kMaxConductiveLayer` is
-  /// written as a conductive one, "PADSTACK" as a system layer, any other as a non-conductive one. Always 0; a null
-  /// stream raises `CInvalidArgException`.
+  /// Writes "(correspondence (footLayer NAME) (boardLayer LAYER ...))", a name in quotes if it holds a bracket. A board
+  /// layer whose name reads as a number from 1 to `kMaxConductiveLayer` is written as a conductive one, "PADSTACK" as a
+  /// system layer, any other as a non-conductive one. Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
   CString m_sFootLayer;
@@ -44,8 +45,10 @@ class CBDmap : public laminate::Pooled {
   CBDmap& operator=(const CBDmap&) = default;
   virtual ~CBDmap();
 
-  /// Writes the "map" form with its correspondences. Always 0; a null stream raises `CInvalidArgException`.
+  /// Writes "(map NAME CORRESPONDENCE ...)", the name without quotes. Always 0; a null stream raises
+  /// `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
   CString m_sName;                                 ///< the side, "A" or "B", or such a letter with "_THRU" behind it

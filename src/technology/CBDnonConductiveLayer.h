@@ -18,9 +18,11 @@ class CBDnonConductiveLayer : public laminate::Pooled {
   CBDnonConductiveLayer& operator=(const CBDnonConductiveLayer&) = default;
   virtual ~CBDnonConductiveLayer() = default;
 
-  /// Writes the "layer" form with its properties; the sort key is not written. Always 0; a null stream raises
+  /// Writes "(layer NAME (ITEM COMMENT) ...)", the name in quotes if it holds a bracket, so that a blank splits it when
+  /// it is read again; the sort key is not written. Always 0; a null stream raises
   /// `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
   int m_nSortKey = -1;  ///< place in listings; -1 when the file tells none

@@ -29,6 +29,7 @@ class CBDpad : public laminate::Pooled {
   /// Writes the "pad" form. Its box and grid come from `m_rcArea`, the names are not quoted, and writing a shape
   /// changes that shape's net name. Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out);
 
   int m_nUver = 1;  ///< no reader sets it

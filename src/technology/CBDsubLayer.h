@@ -20,6 +20,7 @@ class CBDsubLayer : public laminate::Pooled {
   /// Writes "(systemLayer (type NAME))" or a "drawLayerOf" form by the layer kind, the name in quotes if it holds a
   /// bracket; any other kind writes nothing. Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out) const;
 
   CString m_sKind = "systemLayer";  ///< never used

@@ -37,6 +37,7 @@ class CBDtechnologyContainer : public laminate::Pooled {
   /// Writes the "technologyContainer" form: all of it when `sKind` is "PCF", otherwise the technology's name and the
   /// footprint layers. Always 0; a null stream raises `CInvalidArgException`.
   int nPrint2File(FILE* fp, CString sKind);
+  /// The same into the text of a file that is being written.
   void Write(laminate::TextOut& out, laminate::TechnologySection section) const;
   /// The first map of that name, or null. It stays this container's.
   CBDmap* pGetMap(CString sName);
@@ -47,8 +48,8 @@ class CBDtechnologyContainer : public laminate::Pooled {
   CString sGetLayerTypeFromSubLayer(const CString& sName) const;
 
   CString m_sName;
-  int m_nConductorLayers = 0;
-  CString m_sReserved1;
+  int m_nConductorLayers = 0;  ///< "numberOfConductorLayer" as read, which need not be the size of `m_pCondLayerArray`
+  CString m_sReserved1;        ///< not used
   CBDfootprintLayerArray* m_pFootprintLayerArray;          ///< owned
   CBDnonConductiveLayerArray* m_pNonConductiveLayerArray;  ///< owned
   CBDcondLayerArray* m_pCondLayerArray;                    ///< owned

@@ -334,6 +334,8 @@ TEST(ComponentReading, KeywordsThatAreNoneShowABox) {
 TEST(ComponentReading, ShapesOfABoardAssemblyGoToTheBoard) {
   const std::string layer = "(layer (conductive 1) (boardAssembly (geometry (circle 1.0))))";
   CheckReading({{"component", Layout(layer), "{DRAWSUBBOARD@conductive/1/1} board{CIRCLE@conductive/1/1}"},
+                {"refer", Refer("(boardAssembly (geometry (circle 1.0)))"),
+                 "{DRAWSUBBOARD@conductive/1/1r} board{CIRCLE@conductive/1/1r}"},
                 {"pin", PinLayout(layer), "pin 1@0;0 {DRAWSUBBOARD@conductive/1/1} board{CIRCLE@conductive/1/1}"}},
                Read);
 }

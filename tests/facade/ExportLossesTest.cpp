@@ -323,6 +323,18 @@ const Row kRows[] = {
        p.m_sPackageSymbol = "YES";
      },
      {}},
+    {"empty slots, which count for nothing",
+     [](CBDesigner& root) {
+       CBDcomponent& p = Component(root);
+       p.m_pGateArray->Add(nullptr);
+       Add<CBDgate>(p.m_pGateArray);
+       p.m_nGateCount = 1;
+       p.m_sPackageSymbol = "YES";
+       auto& pin = Add<CBDpin>(p.m_pPinArray);
+       pin.m_sName = "1";
+       pin.m_pBondwireArray->Add(nullptr);
+     },
+     {}},
     {"what stands for another field",
      [](CBDesigner& root) {
        CBDcomponent& p = Component(root);
