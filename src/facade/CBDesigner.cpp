@@ -32,7 +32,8 @@ CBDdrawObjArray* BoardShapes(const CBDesigner& root) {
 
 laminate::FootprintFileTarget FootprintTarget(const CBDesigner& root, std::FILE* const* pLogFile,
                                               laminate::LoadStatus& status) {
-  return {Required(root.m_pFtfTechnology), Required(root.m_pFootprintContainer), BoardShapes(root), pLogFile, status};
+  return {Required(root.m_pFtfTechnology), Required(root.m_pFootprintContainer), [&root] { return BoardShapes(root); },
+          pLogFile, status};
 }
 
 }  // namespace

@@ -135,8 +135,8 @@ std::vector<PieceObjects> ReadPieces(const std::vector<TextPiece>& pieces, const
 bool SourceDesign::ReadFootprintFile(std::string_view text) {
   return Watch(m_status, [&] {
     ReadPiece(text, m_status, [&](const CECadCls& reader) {
-      FootprintFileTarget target{*m_design.pFtfTechnology, *m_design.pFootprints, m_design.pBoard->m_pDrawObjArray,
-                                 nullptr, m_status};
+      FootprintFileTarget target{*m_design.pFtfTechnology, *m_design.pFootprints,
+                                 [this] { return m_design.pBoard->m_pDrawObjArray; }, nullptr, m_status};
       laminate::ReadFootprintFile(reader, target);
     });
   });
@@ -192,8 +192,8 @@ bool ReadFootprintText(std::string_view text, OwnedDesign& design) {
   LoadStatus status;
   return Watch(status, [&] {
     ReadPiece(text, status, [&](const CECadCls& reader) {
-      FootprintFileTarget target{*design.pFtfTechnology, *design.pFootprints, design.pBoard->m_pDrawObjArray, nullptr,
-                                 status};
+      FootprintFileTarget target{*design.pFtfTechnology, *design.pFootprints,
+                                 [&] { return design.pBoard->m_pDrawObjArray; }, nullptr, status};
       ReadFootprintFile(reader, target);
     });
   });

@@ -65,6 +65,7 @@ std::unique_ptr<CBDfootprint> laminate::ReadFootprint(const CECadClsLvl& node, L
   WalkWithWhole(kFootprint, kFootprintWhole, node, *p, context);
   p->m_pHeelprint->m_pDrawObjArray->FreeExtra();
   p->m_pToeprintPinArray->FreeExtra();
+  p->m_pPropertyArray->FreeExtra();
   return p;
 }
 
@@ -91,9 +92,10 @@ void CBDfootprint::Write(TextOut& out) {
   if (m_pPropertyArray != nullptr) {
     for (const CLProperty* p : *m_pPropertyArray) {
       if (p == nullptr) continue;
-      const CString sKind = p->GetKind().IsEmpty() ? CString("propertyS") : p->GetKind();
-      const CString sComment = p->GetComment().IsEmpty() ? CString("\"\"") : p->GetComment();
-      out.Print<"(%s %s %s)\n">(sKind, p->GetItem(), sComment);
+      const CString sKind = p->GetKind();
+      const CString sComment = p->GetComment();
+      out.Print<"(%s %s %s)\n">(sKind.IsEmpty() ? "propertyS" : sKind.View(), p->GetItem(),
+                                sComment.IsEmpty() ? "\"\"" : sComment.View());
     }
   }
   out.Print<")\n">();
@@ -107,22 +109,26 @@ int CBDfootprint::nPrint2File(FILE* fp) {
 
 namespace {
 
-bool IsDrilled(const CBDdrawObj& shape, CBDfootprintContainer* pContainer) {
-  const auto* pPlaced = dynamic_cast<const CBDdrawPadstack*>(&shape);
-  if (pPlaced == nullptr) return false;
-  const CBDpadstack* pPadstack = Required(pContainer).pGetPadstackFromName(pPlaced->m_sPadstackName);
+bool IsDrilled(const CString& sPadstack, CBDfootprintContainer* pContainer) {
+  const CBDpadstack* pPadstack = Required(pContainer).pGetPadstackFromName(sPadstack);
   return pPadstack != nullptr && Required(pPadstack->m_pHole).m_pDrawObj != nullptr;
 }
 
 }  // namespace
 
 CString CBDfootprint::sGetInsertionTypeOfFootprint(CBDfootprintContainer* pContainer) {
+  // Pins mostly have one padstack, which is looked up once then.
+  const CString* psUndrilled = nullptr;
   for (const CBDtoeprintPin* pPin : Required(m_pToeprintPinArray)) {
     if (pPin == nullptr) continue;
     for (const CBDdrawObj* pShape : Required(pPin->m_pDrawObjArray)) {
       if (pShape == nullptr) continue;
-      if (pShape->m_sKind == "DRAWPADSTACK" && IsDrilled(*pShape, pContainer)) return "DIP";
       if (pShape->m_sKind == "DRAWPAD") return "SMD";
+      const auto* pPlaced = dynamic_cast<const CBDdrawPadstack*>(pShape);
+      if (pPlaced == nullptr || pShape->m_sKind != "DRAWPADSTACK") continue;
+      if (psUndrilled != nullptr && *psUndrilled == pPlaced->m_sPadstackName) continue;
+      if (IsDrilled(pPlaced->m_sPadstackName, pContainer)) return "DIP";
+      psUndrilled = &pPlaced->m_sPadstackName;
     }
   }
   return "SMD";

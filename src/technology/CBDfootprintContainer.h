@@ -33,7 +33,8 @@ class CBDcommonParameter : public laminate::Pooled {
 };
 
 /// The library of a design: pads, padstacks and footprints, as in a footprint file. Look-ups compare names exactly and
-/// give the first match, which stays the container's; an array that is null raises `CInvalidArgException`.
+/// give the first match, which stays the container's; each walks its array, so that a host with many of them better
+/// makes an index of its own. An array that is null raises `CInvalidArgException`.
 class CBDfootprintContainer : public laminate::Pooled {
  public:
   CBDfootprintContainer();
@@ -56,8 +57,8 @@ class CBDfootprintContainer : public laminate::Pooled {
   CBDpadstack* pGetPadstackFromName(CString sName);
 
   CBDcommonParameter* m_pCommonParameter;  ///< owned
-  CStringArray m_aReserved;
-  CBDpadArray* m_pPadArray;              ///< owned
-  CBDpadstackArray* m_pPadstackArray;    ///< owned
-  CBDfootprintArray* m_pFootprintArray;  ///< owned
+  CStringArray m_aReserved;                ///< nothing reads or writes it
+  CBDpadArray* m_pPadArray;                ///< owned
+  CBDpadstackArray* m_pPadstackArray;      ///< owned
+  CBDfootprintArray* m_pFootprintArray;    ///< owned
 };

@@ -22,10 +22,13 @@ class CBDheelprint : public laminate::Pooled {
   virtual ~CBDheelprint();
 
   /// Writes the "heelprint" form, with a layer block for each run of shapes of one layer; a shape without a layer name
-  /// is left out. The second argument has no effect. Always 0; a null stream raises `CInvalidArgException`.
+  /// is left out. A layer name with a bracket in it is quoted, any other stands bare. Writing a shape may change its
+  /// net name, as `CBDdrawObj::nPrint2File` tells. The second argument has no effect. Always 0; a null stream raises
+  /// `CInvalidArgException`.
   int nPrint2File(FILE* fp, int nMode);
   void Write(laminate::TextOut& out);
 
+  // Reserved: nothing reads or writes these.
   CPointD m_ptReserved1;
   CPointD m_ptReserved2;
   CBDdrawObjArray* m_pDrawObjArray;  ///< owned

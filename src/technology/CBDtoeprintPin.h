@@ -23,13 +23,15 @@ class CBDtoeprintPin : public laminate::Pooled {
   CBDtoeprintPin& operator=(const CBDtoeprintPin&) = default;
   virtual ~CBDtoeprintPin();
 
-  /// Writes the "pin" form, with all shapes in one "FPADSTACK" layer whatever their own. Always 0; a null stream raises
-  /// `CInvalidArgException`.
+  /// Writes the "pin" form, with all shapes in one "FPADSTACK" layer whatever their own. The name stands without
+  /// quotes. Writing a shape may change its net name, as `CBDdrawObj::nPrint2File` tells. Always 0; a null stream
+  /// raises `CInvalidArgException`.
   int nPrint2File(FILE* fp);
   void Write(laminate::TextOut& out);
 
   CString m_sName;
   CPointD m_ptLocation;  ///< mm
+  // Reserved: nothing reads or writes these.
   CPointD m_ptReserved1;
   CPointD m_ptReserved2;
   CBDdrawObjArray* m_pDrawObjArray;  ///< owned

@@ -126,8 +126,10 @@ void ReadFile(const CECadCls& reader, FootprintFileTarget& target, const LoadLog
     return;
   }
   LibraryContext context;
-  context.pBoardShapes = target.pBoardShapes;
-  context.onRecord = [&log](const CString& sKeyword, const CString& sName) { log.Line<"%s-%s\n">(sKeyword, sName); };
+  context.onRecord = [&](const CString& sKeyword, const CString& sName) {
+    context.pBoardShapes = target.boardShapes();
+    log.Line<"%s-%s\n">(sKeyword, sName);
+  };
   Watch(sPath, target.status, [&] {
     log.Line<"Translating technologyContainer to BD Data base\n">();
     if (const CECadClsLvl* p = FindChild(*pRoot, "technologyContainer")) ReadFootprintTechnology(*p, target.technology);
@@ -156,8 +158,8 @@ void LoadByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarge
   if (target.footprints.m_pFootprintArray == nullptr) AfxThrowInvalidArgException();
 
   LibraryContext context;
-  context.pBoardShapes = target.pBoardShapes;
   context.bWhole = false;
+  context.onRecord = [&](const CString&, const CString&) { context.pBoardShapes = target.boardShapes(); };
   for (const ULONGLONG nOffset : pReader->m_arrOffset) {
     const std::unique_ptr<CECadClsLvl> pNode(pReader->pParseFormAt(nOffset));
     const auto linesBefore = [&] { return LinesBefore(sPath, nOffset); };
@@ -175,8 +177,8 @@ void LoadPads(const CString& sPath, FootprintFileTarget& target) {
   const auto pReader = std::make_unique<CECadCls>();
   pReader->m_sFileName = sPath;
   LibraryContext context;
-  context.pBoardShapes = target.pBoardShapes;
   context.bWhole = false;
+  context.onRecord = [&](const CString&, const CString&) { context.pBoardShapes = target.boardShapes(); };
   // One form at a time is in memory.
   const auto withForm = [&](const char* szName, auto&& read) {
     pReader->m_pRootArray->DeleteAll();

@@ -1,5 +1,6 @@
 #pragma once
 #include <cstdio>
+#include <functional>
 
 #include "base/CString.h"
 #include "base/CStringArray.h"
@@ -16,7 +17,9 @@ namespace laminate {
 struct FootprintFileTarget {
   CBDtechnologyContainer& technology;  ///< gets the technology's name and the footprint layers
   CBDfootprintContainer& footprints;   ///< gets pads, padstacks and footprints
-  CBDdrawObjArray* pBoardShapes;       ///< gets the shapes inside board assemblies; null: there is no board
+  /// Asked at each record where the shapes inside board assemblies go, since a host may change its board whenever the
+  /// load calls it; null: there is no board.
+  std::function<CBDdrawObjArray*()> boardShapes;
   /// Where the host keeps the log of the full load, which is flushed line by line and not closed. The host may change
   /// the stream whenever the load calls it; without one nothing is logged.
   std::FILE* const* pLogFile = nullptr;

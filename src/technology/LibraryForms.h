@@ -13,12 +13,12 @@
 //           (padSet (footLayer NAME)? (connect (pad NAME)?)? (noconnect (pad NAME)?)? (thermal (pad NAME)?)?
 //                   (clearance (pad NAME)?)?) ...) ...)
 //       (footprints                                                                                CBDfootprint
-//         (footprint NAME (area (box (pt X Y) (pt X Y))) (uver N) (propertyS ITEM COMMENT) (propertyI ITEM COMMENT)
-//           (heelprint (layout LAYER ...)?)                                                        CBDheelprint
-//           (toeprint (pin NAME (pt X Y)? (layout (layer ...) ...)?) ...)) ...))?)                 CBDtoeprintPin
+//         (footprint NAME (area (box (pt X Y) ...)?)? (uver N)? (propertyS ITEM COMMENT)? (propertyI ITEM COMMENT)?
+//           (heelprint (layout LAYER ...)?)?                                                       CBDheelprint
+//           (toeprint (pin NAME (pt X Y)? (layout (layer ...) ...)?) ...)?) ...))?)                CBDtoeprintPin
 //
-// where LAYER is a form of any name, ((footLayer NAME)? (FPADSTACK)? SHAPE ...). "isBuildupVia", "uver" and the
-// properties count in a load of a whole file only.
+// where LAYER is a form of any name, ((footLayer NAME)? (FPADSTACK)? SHAPE ...). "isBuildupVia", "uver", the
+// properties and all layers of a pin but the first count in a load of a whole file only.
 //
 // The technology section of a board file, of which one "technology" is read:
 //

@@ -23,8 +23,8 @@ SavedDesign Design::Saved() const {
 bool Load(const std::string& sBoardPath, const std::string& sFootprintPath, Design& design) {
   try {
     if (!sFootprintPath.empty()) {
-      FootprintFileTarget target{design.ftfTechnology, design.footprints, design.board.m_pDrawObjArray, nullptr,
-                                 design.status};
+      FootprintFileTarget target{design.ftfTechnology, design.footprints, [&] { return design.board.m_pDrawObjArray; },
+                                 nullptr, design.status};
       LoadFootprintFile(CString(std::string_view(sFootprintPath)), target);
     }
     if (!sBoardPath.empty()) {

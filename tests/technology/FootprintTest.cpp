@@ -2,8 +2,12 @@
 #include "drawobj/CBDdrawPad.h"
 #include "drawobj/CBDdrawPadstack.h"
 #include "drawobj/CBDhole.h"
+#include "drawobj/CBDline.h"
 #include "drawobj/CBDoval.h"
+#include "drawobj/CBDrectangle.h"
 #include "drawobj/CBDsquareHole.h"
+#include "drawobj/CBDsurface.h"
+#include "drawobj/CBDtext.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintContainer.h"
 #include "technology/CBDheelprint.h"
@@ -55,6 +59,13 @@ const std::vector<ReadCase>& CommonCases() {
       {"first box counts", "(footprint F (area (box (pt 1.0 2.0)) (box (pt 3.0 4.0))))", "F 1 1;2 0;0 "},
       {"a later area", "(footprint F (area (box (pt 1.0 2.0))) (area (box (pt 3.0 4.0))))", "F 1 3;4 0;0 "},
       {"other forms in the box", Box("(foo 1.0 2.0)"), "F 1 0;0 0;0 "},
+      {"a later point in units", Box("(pt 1.0 1.0) (pt 350000 4.5)"), "F 1 1;1 3.5;4.5 "},
+      {"a later area leaves the second point",
+       "(footprint F (area (box (pt 1.0 1.0) (pt 2.0 2.0))) (area (box (pt 3.0 3.0))))", "F 1 3;3 2;2 "},
+      {"unknown forms show nothing",
+       "(footprint F (teapot) (area (teapot) (box (teapot))) (heelprint (teapot)) (toeprint (teapot) (pin 1 "
+       "(teapot))))",
+       "F 1 0;0 0;0  pin 1 0;0 "},
       {"no y", Box("(pt 1.0)"), "raises \"pt\" has no value 2"},
       {"no x", Box("(pt)"), "raises \"pt\" has no value 1"},
       {"no y of a later point", Box("(pt 1.0 1.0) (pt 1.0)"), "raises \"pt\" has no value 2"},
@@ -65,6 +76,15 @@ const std::vector<ReadCase>& CommonCases() {
       {"pad layer", Heel("(layer (FPADSTACK) (footLayer BODY) (circle 1.0))"), "F 1 0;0 0;0 CIRCLE@/FPADSTACK/0"},
       {"what stands for no shape", Heel("(layer (footLayer A) (basePoint) (circle 1.0))"), "F 1 0;0 0;0 CIRCLE@/A/0"},
       {"layer without value", Heel("(layer (footLayer))"), "raises \"footLayer\" has no value 1"},
+      {"first name of a layer counts", Heel("(layer (footLayer A) (footLayer B) (circle 1.0))"),
+       "F 1 0;0 0;0 CIRCLE@/A/0"},
+      {"names and marks of a layer are no shapes",
+       Heel("(layer (footLayer A) (FPADSTACK) (circle 1.0) (footLayer B) (FPADSTACK))"),
+       "F 1 0;0 0;0 CIRCLE@/FPADSTACK/0"},
+      {"a shape that is not known",
+       Heel("(layer (footLayer A) (teapot) (circle 1.0))"),
+       "F 1 0;0 0;0 CIRCLE@/A/0",
+       {"New Draw Type : teapot"}},
       {"no layout", "(footprint F (heelprint (layer (circle 1.0))))", "F 1 0;0 0;0 "},
       {"first layout counts", "(footprint F (heelprint (layout (l (circle 1.0))) (layout (l (oval)))))",
        "F 1 0;0 0;0 CIRCLE@//0"},
@@ -74,6 +94,15 @@ const std::vector<ReadCase>& CommonCases() {
       // toeprint
       {"pin", Pin("(pt 1.0 2.0) (layout (layer (FPADSTACK) (fPad P (pt 0.0 0.0))))"),
        "F 1 0;0 0;0  pin 1 1;2 DRAWPAD@/FPADSTACK/0"},
+      {"a place in units", Pin("(pt 100000 250000)"), "F 1 0;0 0;0  pin 1 1;2.5 "},
+      {"a shape of a pin that is not known",
+       Pin("(layout (layer (footLayer A) (teapot) (circle 1.0)))"),
+       "F 1 0;0 0;0  pin 1 0;0 CIRCLE@/A/0",
+       {"New Draw Type : teapot"}},
+      {"first layout of a pin counts", Pin("(layout (layer (circle 1.0))) (layout (layer (oval)))"),
+       "F 1 0;0 0;0  pin 1 0;0 CIRCLE@//0"},
+      {"two toeprints add up", "(footprint F (toeprint (pin 1)) (toeprint (pin 2) (pin 1)))",
+       "F 1 0;0 0;0  pin 1 0;0  pin 2 0;0  pin 1 0;0 "},
       {"bare pin", Pin(""), "F 1 0;0 0;0  pin 1 0;0 "},
       {"first point counts", Pin("(pt 1.0 2.0) (pt 3.0 4.0)"), "F 1 0;0 0;0  pin 1 1;2 "},
       {"only layers", Pin("(layout (foo (fPad P)))"), "F 1 0;0 0;0  pin 1 0;0 "},
@@ -92,6 +121,12 @@ TEST(FootprintReading, RowsOfAWholeLoad) {
       {
           {"uver", "(footprint F (uver 7) (uver 8))", "F 8 0;0 0;0 "},
           {"uver without value", "(footprint F (uver))", "raises \"uver\" has no value 1"},
+          {"uver up to what is no digit", "(footprint F (uver 7x))", "F 7 0;0 0;0 "},
+          {"uver that is no number", "(footprint F (uver x))", "F 0 0;0 0;0 "},
+          {"uver beyond 32 bits", "(footprint F (uver 4294967297))", "F 1 0;0 0;0 "},
+          {"properties around the body",
+           "(footprint F (propertyI A b) (heelprint (layout (l (oval)))) (propertyS B c))",
+           "F 1 0;0 0;0 OVAL@//0 propertyI:A=b propertyS:B=c"},
           {"properties", "(footprint F (propertyS A \"b c\") (propertyI N 5) (propertyS A x))",
            "F 1 0;0 0;0  propertyS:A=b c propertyI:N=5 propertyS:A=x"},
           {"property without comment", "(footprint F (propertyS A))", "raises \"propertyS\" has no value 2"},
@@ -114,6 +149,19 @@ TEST(FootprintReading, RowsOfALoadOfParts) {
            "F 1 0;0 0;0  pin 1 0;0 DRAWPAD@//0"},
       },
       read);
+}
+
+TEST(FootprintReading, ShapesOfABoardAssemblyGoToTheBoard) {
+  for (const std::string& form : {Heel("(layer (footLayer L) (boardAssembly (geometry (circle 1.0))))"),
+                                  Pin("(layout (layer (footLayer L) (boardAssembly (geometry (circle 1.0)))))")}) {
+    Tree tree(form);
+    CBDdrawObjArray board;
+    LibraryContext context;
+    EXPECT_NE("", RaisedBy([&] { ReadFootprint(tree.Form(), context); })) << form;
+    context.pBoardShapes = &board;
+    EXPECT_NE(Show(*ReadFootprint(tree.Form(), context)).find("DRAWSUBBOARD@/L/0"), std::string::npos) << form;
+    EXPECT_EQ("CIRCLE@/L/0", Str(board)) << form;
+  }
 }
 
 // ---- writing ----
@@ -170,6 +218,73 @@ TEST(HeelprintWriting, NamesAreComparedWithTheirQuotes) {
             Printed2(heelprint));
 }
 
+TEST(HeelprintWriting, ABlockForEachRunOfALayer) {
+  const struct {
+    std::vector<const char*> layers;
+    std::vector<std::string> blocks;  // opening lines and how many shapes follow
+  } cases[] = {
+      {{"A", "B", "A"}, {"(layer (footLayer A)\n", "(layer (footLayer B)\n", "(layer (footLayer A)\n"}},
+      {{"", "", "A"}, {"(layer (footLayer A)\n"}},
+      {{"FPADSTACK", "A"}, {"(layer (FPADSTACK)\n", "(layer (footLayer A)\n"}},
+      {{"FPAD(STACK)"}, {"(layer (footLayer \"FPAD(STACK)\")\n"}},
+      {{"A)"}, {"(layer (footLayer \"A)\")\n"}},
+  };
+  for (const auto& test : cases) {
+    CBDheelprint heelprint;
+    for (const char* sz : test.layers) heelprint.m_pDrawObjArray->Add(Shape(new CBDcircle, sz));
+    std::string expected;
+    for (const std::string& s : test.blocks) expected += s + kCircle1 + ")\n";
+    EXPECT_EQ(HeelprintText(expected), Printed2(heelprint));
+  }
+}
+
+// Pads and padstacks have the form of a library, all else that of a board with a geometry; in a pin everything has the
+// form of a library.
+TEST(HeelprintWriting, EachKindHasItsForm) {
+  const struct {
+    std::function<CBDdrawObj*()> make;
+    int nMode;
+  } cases[] = {{[] { return new CBDdrawPad; }, 2},   {[] { return new CBDdrawPadstack; }, 2},
+               {[] { return new CBDline; }, 1},      {[] { return new CBDrectangle; }, 1},
+               {[] { return new CBDtext; }, 1},      {[] { return new CBDsurface; }, 1},
+               {[] { return new CBDsquareHole; }, 1}};
+  for (const auto& test : cases) {
+    const auto printed = [&](int nMode) {
+      const std::unique_ptr<CBDdrawObj> p(test.make());
+      return Printed([&](std::FILE* fp) { return p->nPrint2File(fp, nMode); });
+    };
+    CBDheelprint heelprint;
+    heelprint.m_pDrawObjArray->Add(Shape(test.make(), "A"));
+    EXPECT_EQ(HeelprintText("(layer (footLayer A)\n" + printed(test.nMode) + ")\n"), Printed2(heelprint));
+    CBDtoeprintPin pin;
+    pin.m_pDrawObjArray->Add(test.make());
+    EXPECT_EQ("(pin \n(pt 0.00000 0.00000)\n" + kNoMinRect + "(layout\n(layer (FPADSTACK)\n" + printed(2) + ")\n)\n)\n",
+              Printed(pin));
+  }
+  CBDheelprint heelprint;
+  auto* pEmpty = new CBDhole;
+  delete std::exchange(pEmpty->m_pShape, nullptr);
+  heelprint.m_pDrawObjArray->Add(Shape(pEmpty, "A"));
+  EXPECT_EQ(HeelprintText("(layer (footLayer A)\n(hole\n)\n)\n"), Printed2(heelprint));
+}
+
+TEST(HeelprintWriting, WritingAShapeChangesItsNet) {
+  CBDheelprint heelprint;
+  auto* pLine = new CBDline;
+  pLine->m_sNet = "A%";
+  heelprint.m_pDrawObjArray->Add(Shape(pLine, "L"));
+  EXPECT_NE(Printed2(heelprint).find("(net \"A%%\")\n"), std::string::npos);
+  const CString sOnce = pLine->m_sNet;
+  EXPECT_NE(sOnce, "A%");
+  EXPECT_NE(Printed2(heelprint).find("(net \"\"A%%%%\"\")\n"), std::string::npos);
+  CBDtoeprintPin pin;
+  auto* pInPin = new CBDline;
+  pInPin->m_sNet = "A%";
+  pin.m_pDrawObjArray->Add(pInPin);
+  EXPECT_EQ(Printed(pin).find("net"), std::string::npos);
+  EXPECT_EQ(sOnce, pInPin->m_sNet) << "also where no net is written";
+}
+
 TEST(HeelprintWriting, ModesAndSquareHoles) {
   CBDheelprint heelprint;
   heelprint.m_pDrawObjArray->Add(Shape(new CBDdrawPad, "A"));
@@ -213,6 +328,7 @@ TEST(FootprintWriting, AfterARead) {
   Tree tree("(footprint \"F (1)\" (uver 4) (area (box (pt 1.0 1.0) (pt 9.0 9.0))))");
   LibraryContext context;
   const auto p = ReadFootprint(tree.Form(), context);
+  EXPECT_EQ(CRectD(), p->m_rcArea);
   // The box that was read is not written.
   EXPECT_EQ(std::string("(footprint F (1)\n(uver 4)\n(area\n") + kNoBox +
                 ")\n(grid\n(rectGrid\n(origin\n(pt 0 0)\n)\n(x 0.00000)\n(y 0.00000)\n)\n)\n" + kNoMinRect +
@@ -242,11 +358,63 @@ TEST(FootprintWriting, AllOfIt) {
       Printed(footprint));
 }
 
-TEST(FootprintWriting, VerbatimLinesReplaceTheRest) {
+TEST(FootprintWriting, Areas) {
+  const struct {
+    CRectD area;
+    std::string box;  // the two points
+    std::string grid;
+    std::string minimal;
+  } cases[] = {
+      {{-12, -6, -30, -60},
+       "(pt -12.00000 6.00000)\n(pt -42.00000 -54.00000)\n",
+       "(x -1.00000)\n(y -2.00000)\n",
+       "(pt -10.00000 5.00000)\n(pt -35.00000 -45.00000)\n"},
+      {{0, 0, 6, 0},
+       "(pt 0.00000 -0.00000)\n(pt 6.00000 0.00000)\n",
+       "(x 0.20000)\n(y 0.00000)\n",
+       "(pt 0.00000 -0.00000)\n(pt 5.00000 0.00000)\n"},
+      {{12, -24, 0, 3},
+       "(pt 12.00000 24.00000)\n(pt 12.00000 27.00000)\n",
+       "(x 0.00000)\n(y 0.10000)\n",
+       "(pt 10.00000 20.00000)\n(pt 10.00000 22.50000)\n"},
+  };
+  for (const auto& test : cases) {
+    CBDfootprint footprint;
+    footprint.m_rcArea = test.area;
+    const std::string text = Printed(footprint);
+    EXPECT_EQ("(footprint \n(uver 1)\n(area\n(box\n" + test.box + ")\n)\n(grid\n(rectGrid\n(origin\n(pt 0 0)\n)\n" +
+                  test.grid + ")\n)\n(minRect\n(box\n" + test.minimal + ")\n)\n",
+              text.substr(0, text.find("(polarity")));
+  }
+}
+
+TEST(FootprintWriting, PropertiesOfTheHostsOwn) {
   CBDfootprint footprint;
-  footprint.m_sName = "F";
-  footprint.m_aVerbatim.Add("(a %d)");
-  EXPECT_EQ("(footprint F\n(a %d)\n", Printed(footprint));
+  footprint.m_pPropertyArray->Add(new CLProperty("Name", "x", "Kind"));
+  footprint.m_pPropertyArray->Add(new CLProperty("Name", "\"\""));
+  footprint.m_pPropertyArray->Add(new CLProperty("", "5", "propertyI"));
+  footprint.m_pPropertyArray->Add(new CLProperty("", "", "Kind"));
+  footprint.m_pPropertyArray->Add(new CLProperty("%d", "%n", "%s"));
+  const std::string text = Printed(footprint);
+  EXPECT_EQ("(Kind Name x)\n(propertyS Name \"\")\n(propertyI  5)\n(Kind  \"\")\n(%s %d %n)\n)\n",
+            text.substr(text.find("(Kind")));
+}
+
+TEST(FootprintWriting, VerbatimLinesReplaceTheRest) {
+  CBDtechnologyContainer technology;
+  CBDfootprintContainer container;
+  auto* pFootprint = new CBDfootprint;
+  container.m_pFootprintArray->Add(pFootprint);
+  pFootprint->m_sName = "F";
+  pFootprint->m_rcArea = CRectD(1, 2, 3, 4);
+  pFootprint->m_pHeelprint->m_pDrawObjArray->Add(Shape(new CBDcircle, "A"));
+  pFootprint->m_pToeprintPinArray->Add(new CBDtoeprintPin);
+  pFootprint->m_pPropertyArray->Add(new CLProperty("Name", "x"));
+  for (const char* sz : {"(a %d)", "", "(b))"}) pFootprint->m_aVerbatim.Add(sz);
+  EXPECT_EQ("(footprint F\n(a %d)\n\n(b))\n", Printed(*pFootprint));
+  container.m_pFootprintArray->Add(new CBDfootprint);
+  const std::string text = Printed([&](std::FILE* fp) { return container.nPrint2File(fp, &technology); });
+  EXPECT_NE(text.find("(footprints\n(footprint F\n(a %d)\n\n(b))\n(footprint \n(uver 1)\n"), std::string::npos);
 }
 
 TEST(FootprintWriting, NullParts) {
@@ -286,6 +454,25 @@ TEST(FootprintContainerWriting, EmptyAndFull) {
   EXPECT_EQ(expected, printed());
   EXPECT_NE("", RaisedBy([&] { container.nPrint2File(stdout, nullptr); }));
   EXPECT_NE("", RaisedBy([&] { container.nPrint2File(nullptr, &technology); }));
+  delete std::exchange(container.m_pPadArray, nullptr);
+  delete std::exchange(container.m_pPadstackArray, nullptr);
+  delete std::exchange(container.m_pFootprintArray, nullptr);
+  EXPECT_EQ(technologyText + constants + "(pads\n)\n(padstacks\n)\n(footprints\n)\n)\n", printed());
+}
+
+TEST(FootprintWriting, ANullStreamRaisesAndChangesNothing) {
+  CBDfootprint footprint;
+  auto* pLine = new CBDline;
+  pLine->m_sNet = "A%";
+  footprint.m_pHeelprint->m_pDrawObjArray->Add(Shape(pLine, "L"));
+  CBDtoeprintPin pin;
+  delete std::exchange(pin.m_pDrawObjArray, nullptr);
+  EXPECT_NE("", RaisedBy([&] { footprint.nPrint2File(nullptr); }));
+  EXPECT_NE("", RaisedBy([&] { footprint.m_pHeelprint->nPrint2File(nullptr, 2); }));
+  EXPECT_NE("", RaisedBy([&] { pin.nPrint2File(nullptr); }));
+  EXPECT_EQ("A%", pLine->m_sNet);
+  EXPECT_EQ("(pin \n(pt 0.00000 0.00000)\n" + kNoMinRect + "(layout\n(layer (FPADSTACK)\n)\n)\n)\n", Printed(pin))
+      << "a pin without an array is one without shapes";
 }
 
 // ---- look-ups ----
@@ -299,6 +486,8 @@ auto* AddNamed(Array& array, const char* szName) {
 
 TEST(FootprintContainerLookUp, TakesTheFirstExactMatch) {
   CBDfootprintContainer container;
+  EXPECT_EQ(-1, container.nGetFootprintIDFromName(""));
+  EXPECT_EQ(nullptr, container.pGetFootprintWithName(""));
   container.m_pFootprintArray->Add(nullptr);
   container.m_pPadArray->Add(nullptr);
   container.m_pPadstackArray->Add(nullptr);
@@ -384,14 +573,134 @@ TEST(FootprintInsertionType, TheFirstPadThatDecides) {
   EXPECT_NE("", RaisedBy([&] { footprint.sGetInsertionTypeOfFootprint(&container); }));
 }
 
+TEST(FootprintInsertionType, OfWhatWasRead) {
+  CBDfootprintContainer container;
+  LibraryContext context;
+  const auto addPadstack = [&](const char* szForm) {
+    Tree tree(szForm);
+    container.m_pPadstackArray->Add(laminate::ReadPadstack(tree.Form(), context).release());
+  };
+  addPadstack("(padstack V (hole (geometry (circle 0.5))))");
+  addPadstack("(padstack W (hole))");  // a placeholder is a shape too
+  addPadstack("(padstack X (type SMD))");
+  const auto type = [&](const std::string& form) {
+    Tree tree(form);
+    return Str(ReadFootprint(tree.Form(), context)->sGetInsertionTypeOfFootprint(&container));
+  };
+  const auto placed = [](const std::string& name) {
+    return "(layout (layer (FPADSTACK) (fpadstack (pt 0.0 0.0) (padstackGroup default (padstack " + name + ")))))";
+  };
+  EXPECT_EQ("DIP", type(Pin(placed("V"))));
+  EXPECT_EQ("DIP", type(Pin(placed("W"))));
+  EXPECT_EQ("SMD", type(Pin(placed("X"))));
+  EXPECT_EQ("DIP", type("(footprint F (heelprint (layout (l (fPad P)))) (toeprint (pin 1 " + placed("V") + ")))"))
+      << "the body does not count";
+  EXPECT_EQ("SMD", type("(footprint F (heelprint " + placed("V") + "))"));
+}
+
 TEST(FootprintObjects, StartAsTold) {
-  const CBDfootprint footprint;
-  EXPECT_EQ(1, footprint.m_nUver);
-  EXPECT_EQ(CRectD(), footprint.m_rcArea);
-  EXPECT_EQ(0, footprint.m_pHeelprint->m_pDrawObjArray->GetSize());
-  const CBDfootprintContainer container;
-  ASSERT_NE(nullptr, container.m_pCommonParameter);
-  for (const __int64 n : container.m_pCommonParameter->m_aReserved1) EXPECT_EQ(0, n);
+  const CBDfootprint f;
+  EXPECT_EQ(" 1 0;0 0;0 ", Show(f));
+  EXPECT_EQ(CRectD(), f.m_rcArea);
+  for (const CPointD& pt : {f.m_ptReserved1, f.m_ptReserved2, f.m_ptReserved3, f.m_ptReserved4}) {
+    EXPECT_EQ(CPointD(0, 0), pt);
+  }
+  EXPECT_EQ("", f.m_sReserved1 + f.m_sReserved2);
+  EXPECT_TRUE(f.m_aVerbatim.IsEmpty());
+  const CBDheelprint heelprint;
+  EXPECT_EQ(0, heelprint.m_pDrawObjArray->GetSize());
+  EXPECT_EQ(CPointD(0, 0), heelprint.m_ptReserved1);
+  EXPECT_EQ(CPointD(0, 0), heelprint.m_ptReserved2);
+  const CBDtoeprintPin pin;
+  EXPECT_EQ("", pin.m_sName);
+  for (const CPointD& pt : {pin.m_ptLocation, pin.m_ptReserved1, pin.m_ptReserved2}) EXPECT_EQ(CPointD(0, 0), pt);
+  EXPECT_EQ(0, pin.m_pDrawObjArray->GetSize());
+  const CBDfootprintContainer c;
+  EXPECT_EQ(0, c.m_pPadArray->GetSize() + c.m_pPadstackArray->GetSize() + c.m_pFootprintArray->GetSize());
+  EXPECT_TRUE(c.m_aReserved.IsEmpty());
+  const CBDcommonParameter& parameter = *c.m_pCommonParameter;
+  for (const __int64 n : parameter.m_aReserved1) EXPECT_EQ(0, n);
+  EXPECT_EQ("", parameter.m_sReserved1 + parameter.m_sReserved2 + parameter.m_sReserved3);
+  static_assert(
+      kVirtuallyDestroyed<CBDfootprint, CBDheelprint, CBDtoeprintPin, CBDfootprintContainer, CBDcommonParameter>);
+  static_assert(!std::is_copy_constructible_v<CBDfootprint> && !std::is_copy_assignable_v<CBDfootprint>);
+  static_assert(!std::is_copy_constructible_v<CBDfootprintContainer> &&
+                !std::is_copy_assignable_v<CBDfootprintContainer>);
+}
+
+TEST(FootprintObjects, HoldTheirFieldsInOrder) {
+  const CBDfootprint f;
+  ExpectInOrder({&f.m_rcArea, &f.m_pPropertyArray, &f.m_nUver, &f.m_sName, &f.m_ptBox1, &f.m_ptBox2, &f.m_ptReserved1,
+                 &f.m_ptReserved2, &f.m_ptReserved3, &f.m_ptReserved4, &f.m_sReserved1, &f.m_sReserved2,
+                 &f.m_pHeelprint, &f.m_pToeprintPinArray, &f.m_aVerbatim});
+  const CBDheelprint h;
+  ExpectInOrder({&h.m_ptReserved1, &h.m_ptReserved2, &h.m_pDrawObjArray});
+  const CBDtoeprintPin p;
+  ExpectInOrder({&p.m_sName, &p.m_ptLocation, &p.m_ptReserved1, &p.m_ptReserved2, &p.m_pDrawObjArray});
+  const CBDfootprintContainer c;
+  ExpectInOrder({&c.m_pCommonParameter, &c.m_aReserved, &c.m_pPadArray, &c.m_pPadstackArray, &c.m_pFootprintArray});
+  const CBDcommonParameter& m = *c.m_pCommonParameter;
+  ExpectInOrder({&m.m_aReserved1, &m.m_sReserved1, &m.m_sReserved2, &m.m_sReserved3});
+}
+
+TEST(FootprintObjects, CopiesShare) {
+  CBDheelprint heelprint;
+  heelprint.m_ptReserved1 = {1, 2};
+  heelprint.m_ptReserved2 = {3, 4};
+  const auto expectShared = [&heelprint](CBDheelprint& copy) {
+    EXPECT_EQ("1;2 3;4", Str(copy.m_ptReserved1) + " " + Str(copy.m_ptReserved2));
+    EXPECT_EQ(heelprint.m_pDrawObjArray, std::exchange(copy.m_pDrawObjArray, nullptr));
+  };
+  CBDheelprint copy(heelprint);
+  expectShared(copy);
+  copy = heelprint;
+  expectShared(copy);
+  CBDtoeprintPin pin;
+  pin.m_sName = "1";
+  pin.m_ptLocation = {1, 2};
+  pin.m_ptReserved1 = {3, 4};
+  pin.m_ptReserved2 = {5, 6};
+  const auto expectSharedPin = [&pin](CBDtoeprintPin& ofPin) {
+    EXPECT_EQ("1 1;2 3;4 5;6", Str(ofPin.m_sName) + " " + Str(ofPin.m_ptLocation) + " " + Str(ofPin.m_ptReserved1) +
+                                   " " + Str(ofPin.m_ptReserved2));
+    EXPECT_EQ(pin.m_pDrawObjArray, std::exchange(ofPin.m_pDrawObjArray, nullptr));
+  };
+  CBDtoeprintPin copyOfPin(pin);
+  expectSharedPin(copyOfPin);
+  copyOfPin = pin;
+  expectSharedPin(copyOfPin);
+  CBDcommonParameter parameter;
+  parameter.m_aReserved1[4] = 7;
+  parameter.m_sReserved3 = "x";
+  CBDcommonParameter copyOfParameter(parameter);
+  EXPECT_EQ(7, copyOfParameter.m_aReserved1[4]);
+  copyOfParameter = CBDcommonParameter();
+  EXPECT_EQ("", copyOfParameter.m_sReserved3);
+}
+
+TEST(FootprintObjects, DeleteWhatTheyOwn) {
+  int nEnded = 0;
+  {
+    CBDfootprintContainer container;
+    AddEnding(container.m_pPadArray, nEnded);
+    AddEnding(container.m_pPadstackArray, nEnded);
+    AddEnding(container.m_pFootprintArray, nEnded);
+    delete std::exchange(container.m_pCommonParameter, new Ending<CBDcommonParameter>(nEnded));
+    CBDfootprint footprint;
+    AddEnding(footprint.m_pPropertyArray, nEnded);
+    AddEnding(footprint.m_pToeprintPinArray, nEnded);
+    delete std::exchange(footprint.m_pHeelprint, new Ending<CBDheelprint>(nEnded));
+    footprint.m_pHeelprint->m_pDrawObjArray->Add(new Ending<CBDcircle>(nEnded));
+    CBDtoeprintPin pin;
+    pin.m_pDrawObjArray->Add(new Ending<CBDcircle>(nEnded));
+  }
+  EXPECT_EQ(9, nEnded);
+  // What a host took away is not missed.
+  CBDfootprintContainer container;
+  delete std::exchange(container.m_pCommonParameter, nullptr);
+  delete std::exchange(container.m_pPadArray, nullptr);
+  delete std::exchange(container.m_pPadstackArray, nullptr);
+  delete std::exchange(container.m_pFootprintArray, nullptr);
 }
 
 }  // namespace
