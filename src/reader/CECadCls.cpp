@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstring>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <unordered_map>
@@ -12,6 +13,7 @@
 #include "base/FileSystem.h"
 #include "base/HostInterface.h"
 #include "reader/ByteScan.h"
+#include "reader/FormReader.h"
 #include "reader/LineReader.h"
 #include "reader/RestOfLine.h"
 #include "reader/TextParse.h"
@@ -358,6 +360,11 @@ class OneForm {
   OneForm(CECadCls& reader, LineReader& lines, CECadClsLvlArray* pComplete)
       : m_reader(reader), m_lines(lines), m_builder(pComplete) {}
 
+  // The beginning of the first line from which a string goes on up to the file's end, as far as parses have found out.
+  // Where a line begins, nothing but being in a string decides where that ends: what one parse found holds for all.
+  void SetStringToEnd(std::uint64_t nOffset) { m_nStringToEnd = nOffset; }
+  std::uint64_t StringToEnd() const { return m_nStringToEnd; }
+
   TreeBuilder& Builder() { return m_builder; }
 
   // Skips to the line that, trimmed, reads as the pattern; false when there is none.
@@ -383,12 +390,18 @@ class OneForm {
     if constexpr (kDiagnose) {
       if (m_bInString) Remark(m_reader, m_nStringLine, m_nStringColumn, kStringLeftOpen);
     }
+    if (m_bInString && m_lines.Error() == 0) m_nStringToEnd = std::min(m_nStringToEnd, m_nStringGoesOnAt);
     if (m_builder.Level() > 0) LeftOpen(m_reader, m_builder);
     return Opened::ok;
   }
 
  private:
   bool NextLine() {
+    if (m_bInString) {
+      const std::uint64_t nOffset = m_lines.Position();
+      if (nOffset >= m_nStringToEnd) return false;
+      m_nStringGoesOnAt = std::min(m_nStringGoesOnAt, nOffset);
+    }
     while (m_lines.Next(m_line)) {
       CountLine(m_reader.m_nLineNo);
       if (!IsComment(m_line)) return true;
@@ -430,6 +443,7 @@ class OneForm {
           if (!m_token.empty()) Remark(m_reader, m_reader.m_nLineNo, ColumnOf(p), kTextLost);
         }
         m_bInString = true;
+        m_nStringGoesOnAt = kNowhere;
         m_token.clear();
         m_nStringLine = m_reader.m_nLineNo;
         m_nStringColumn = ColumnOf(p);
@@ -478,6 +492,8 @@ class OneForm {
   }
   int ColumnOf(const char* p) const { return Column(static_cast<std::size_t>(p - m_line.data())); }
 
+  static constexpr std::uint64_t kNowhere = std::numeric_limits<std::uint64_t>::max();
+
   CECadCls& m_reader;
   LineReader& m_lines;
   TreeBuilder m_builder;
@@ -485,6 +501,8 @@ class OneForm {
   std::string m_token;
   bool m_bInString = false;
   bool m_bClosed = false;
+  std::uint64_t m_nStringGoesOnAt = kNowhere;  // the beginning of the first line that begins in the string
+  std::uint64_t m_nStringToEnd = kNowhere;
   int m_nStringLine = 0;
   int m_nStringColumn = 0;
 };
@@ -541,16 +559,21 @@ int ParseNamedForm(CECadCls& reader, std::string_view sPattern) {
 }
 
 template <bool kDiagnose>
-CECadClsLvl* ParseFormAt(CECadCls& reader, ULONGLONG nOffset) {
-  LineReader lines(reader.m_sFileName, nOffset);
-  OneForm<kDiagnose> parse(reader, lines, nullptr);
+std::unique_ptr<CECadClsLvl> ReadFormAt(CECadCls& reader, LineReader& lines, OneForm<kDiagnose>& parse) {
   const Opened opened = parse.Read(false);
   if (lines.Error() != 0) {
     Restart(reader);
     CannotRead(reader, lines.Error());
     return nullptr;
   }
-  return opened == Opened::tooDeep ? nullptr : parse.Builder().TakeLast().release();
+  return opened == Opened::tooDeep ? nullptr : parse.Builder().TakeLast();
+}
+
+template <bool kDiagnose>
+CECadClsLvl* ParseFormAt(CECadCls& reader, ULONGLONG nOffset) {
+  LineReader lines(reader.m_sFileName, nOffset);
+  OneForm<kDiagnose> parse(reader, lines, nullptr);
+  return ReadFormAt(reader, lines, parse).release();
 }
 
 }  // namespace
@@ -593,6 +616,18 @@ CECadClsLvl* CECadCls::pParseFormAt(ULONGLONG nOffset) {
   return WithPlatformFailures([&] {
     Restart(*this);
     return m_pDiagnostics != nullptr ? ParseFormAt<true>(*this, nOffset) : ParseFormAt<false>(*this, nOffset);
+  });
+}
+
+std::unique_ptr<CECadClsLvl> laminate::FormReader::At(ULONGLONG nOffset) {
+  return WithPlatformFailures([&] {
+    Restart(m_reader);
+    if (!m_lines || !m_lines->GoTo(nOffset)) m_lines.emplace(m_reader.m_sFileName, nOffset);
+    OneForm<false> parse(m_reader, *m_lines, nullptr);
+    parse.SetStringToEnd(m_nStringToEnd);
+    std::unique_ptr<CECadClsLvl> pForm = ReadFormAt(m_reader, *m_lines, parse);
+    m_nStringToEnd = parse.StringToEnd();
+    return pForm;
   });
 }
 

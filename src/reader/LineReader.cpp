@@ -32,6 +32,14 @@ LineReader::LineReader(const char* szPath, std::uint64_t nOffset) : m_nBufferOff
   if (m_nError != 0) m_file.Close();
 }
 
+bool LineReader::GoTo(std::uint64_t nOffset) {
+  if (m_nError != 0 || nOffset < m_nBufferOffset) return false;
+  const std::uint64_t n = nOffset - m_nBufferOffset;
+  if (m_begin == nullptr || n > static_cast<std::uint64_t>(m_end - m_begin)) return false;
+  m_at = m_begin + n;
+  return true;
+}
+
 bool LineReader::ReadMore() {
   if (!m_file.IsOpen()) return false;
   const auto nLeft = static_cast<std::size_t>(m_end - m_at);

@@ -17,6 +17,8 @@ class LineReader {
   /// Hands out a text at hand, behind which `kPadding` bytes are readable. It must outlive the reader.
   static LineReader OfText(std::string_view sText) { return LineReader(sText); }
 
+  /// Goes on at a byte offset that is at hand; false, and nothing happens, for any other.
+  bool GoTo(std::uint64_t nOffset);
   /// The next line, valid until the next call; false at the end or on a failure.
   bool Next(std::string_view& sLine);
   /// As many whole lines as are at hand, at least one, with their ends as they stand; only the file's last line may

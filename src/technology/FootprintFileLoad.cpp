@@ -8,6 +8,7 @@
 #include "base/CException.h"
 #include "base/TextOut.h"
 #include "reader/CECadCls.h"
+#include "reader/FormReader.h"
 #include "reader/LineReader.h"
 #include "technology/CBDfootprint.h"
 #include "technology/CBDfootprintContainer.h"
@@ -160,8 +161,9 @@ void LoadByName(const CString& sPath, CStringArray& arrNames, FootprintFileTarge
   LibraryContext context;
   context.bWhole = false;
   context.onRecord = [&](const CString&, const CString&) { context.pBoardShapes = target.boardShapes(); };
+  FormReader forms(*pReader);
   for (const ULONGLONG nOffset : pReader->m_arrOffset) {
-    const std::unique_ptr<CECadClsLvl> pNode(pReader->pParseFormAt(nOffset));
+    const std::unique_ptr<CECadClsLvl> pNode = forms.At(nOffset);
     const auto linesBefore = [&] { return LinesBefore(sPath, nOffset); };
     if (target.status.IsOk() && !pReader->m_status.IsOk()) {
       TakeOver(target.status, pReader->m_status, linesBefore());

@@ -392,7 +392,8 @@ TEST_F(Load, NeedsOnlyTheContainersOfItsSections) {
 // ---- footprint files ----
 
 const char kLibrary[] =
-    "(ftf\n(technologyContainer\n(technology lib\n(footprintLayer\n(layer TOP (type CONDUCTIVE))\n)\n)\n)\n"
+    "(ftf\n(header (version 9.9))\n(technologyContainer\n(technology lib\n(footprintLayer\n(layer TOP (type "
+    "CONDUCTIVE))\n)\n)\n)\n"
     "(footprintContainer\n(pads\n(pad P1\n)\n)\n(padstacks\n(padstack S1\n(isBuildupVia YES)\n)\n)\n"
     "(footprints\n(footprint F1\n(propertyS a b)\n)\n(footprint F2\n)\n)\n)\n)\n";
 
@@ -406,6 +407,39 @@ TEST_F(Load, OfALibraryFillsItsContainers) {
   ASSERT_EQ(library.m_pFootprintArray->GetSize(), 2);
   EXPECT_EQ(library.m_pFootprintArray->GetAt(0)->m_pPropertyArray->GetSize(), 1);
   EXPECT_TRUE(root.GetLoadStatus().IsOk());
+  EXPECT_EQ(root.m_sVersion, "2.0") << "the header is the board's";
+  EXPECT_EQ(log.Text(),
+            "FTF file parsing\nComplete FTF file parsing\nTranslating technologyContainer to BD Data base\n"
+            "Translating footprintContainer to BD Data base\npads\npad-P1\npadstacks\npadstack-S1\nfootprints\n"
+            "footprint-F1\nfootprint-F2\nComplete Translating FTF file to BD Database\n");
+}
+
+// A host that exchanges its board, or takes it away, when a message box comes.
+TEST_F(Load, OfALibraryPutsShapesOfBoardAssembliesOnTheBoardThatThereIs) {
+  const std::string sAssembly = "(boardAssembly (geometry (circle 1.0)))";
+  const auto library = [&](const std::string& sFirst, const std::string& sSecond) {
+    return folder.Write("l.ftf", "(ftf\n(header (version 9.9))\n(footprintContainer\n(pads\n(pad P (geometry " +
+                                     sFirst + "))\n(pad Q (geometry " + sSecond + "))\n)\n)\n)\n");
+  };
+  struct Exchanges : CHostInterface {
+    explicit Exchanges(CBDesigner& r) : root(r) {}
+    int OnAfxMessageBox(const CString&, UINT, UINT) override {
+      delete std::exchange(root.m_pBoardContainer, pNext);
+      return IDOK;
+    }
+    CBDesigner& root;
+    CBDboardContainer* pNext = new CBDboardContainer;
+  };
+  Exchanges exchanges(root);
+  const CHostInterfaceScope scope(exchanges);
+  root.vParseFTF(library("(teapot)", sAssembly));
+  EXPECT_EQ(root.m_pBoardContainer, exchanges.pNext);
+  EXPECT_EQ(Contents().m_pDrawObjArray->GetSize(), 1);
+  EXPECT_EQ(root.m_sVersion, "2.0");
+  exchanges.pNext = nullptr;
+  EXPECT_THROW(root.vParseFTF(library("(teapot)", sAssembly)), CInvalidArgException);
+  root.vParseFTF(library("", ""));
+  EXPECT_TRUE(root.GetLoadStatus().IsOk()) << "without a board only a board assembly raises";
 }
 
 TEST_F(Load, OfALibraryTellsItsFaults) {

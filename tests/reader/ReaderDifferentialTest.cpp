@@ -3,6 +3,7 @@
 
 #include <random>
 
+#include "reader/FormReader.h"
 #include "reader/ReaderTestSupport.h"
 #include "reader/TextVariety.h"
 
@@ -161,6 +162,44 @@ TEST_F(Differential, OffsetsOfForms) {
     const std::size_t n = random() % 12;
     for (std::size_t k = 0; k < n; ++k) text += pieces[random() % pieces.size()];
     ASSERT_EQ(parser.Offsets(text, "net", names), plain::CollectFormOffsets(text, "net", names)) << Escaped(text);
+  }
+}
+
+// Many forms of one file by one reader, at ascending offsets and then at any; nothing that it remembers of one parse
+// changes another.
+TEST_F(Differential, FormsOfOneFile) {
+  std::mt19937 random(4);
+  const std::vector<std::string> pieces = {"(f a\n", "\\\"\n", "\\\"", "\"",    "\n", "\"\n",
+                                           ")",      ")\n",    " b ",  "//c\n", "(",  "\r\n"};
+  MemoryFileSystem files;
+  const laminate::FileSystemScope scope(files);
+  for (int i = 0; i < 5000; ++i) {
+    std::string& text = files.files["text"];
+    // Now and then longer than what is at hand at once.
+    text = i % 500 == 0 ? std::string(70000, i % 1000 == 0 ? ' ' : '\n') : "";
+    const std::size_t nFirst = text.size();
+    const std::size_t n = random() % 30;
+    for (std::size_t k = 0; k < n; ++k) text += pieces[random() % pieces.size()];
+    if (i % 500 == 1) text += std::string(140000, '\n') + ")";
+    std::vector<std::size_t> offsets;
+    for (std::size_t k = nFirst; k < nFirst + 60; ++k) offsets.push_back(k);
+    for (int k = 0; k < 20; ++k) offsets.push_back(random() % (text.size() + 1));
+    CECadCls reader;
+    reader.m_sFileName = "text";
+    laminate::FormReader forms(reader);
+    for (const std::size_t nOffset : offsets) {
+      const std::unique_ptr<CECadClsLvl> pForm = forms.At(nOffset);
+      const std::unique_ptr<CECadClsLvl> pAlone([&] {
+        CECadCls other;
+        other.m_sFileName = "text";
+        CECadClsLvl* p = other.pParseFormAt(nOffset);
+        EXPECT_EQ(reader.m_status.m_result, other.m_status.m_result) << Escaped(text.substr(nFirst)) << nOffset;
+        EXPECT_EQ(reader.m_status.m_nLine, other.m_status.m_nLine) << Escaped(text.substr(nFirst)) << nOffset;
+        return p;
+      }());
+      ASSERT_EQ(pForm == nullptr ? "" : Show(*pForm), pAlone == nullptr ? "" : Show(*pAlone))
+          << Escaped(text.substr(nFirst)) << " at " << nOffset;
+    }
   }
 }
 

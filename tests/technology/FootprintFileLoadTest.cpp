@@ -669,6 +669,31 @@ TEST(FootprintsByName, ReadLittleMoreThanTheFileOnce) {
   laminate::LoadFootprintsByName("f.ftf", names, target);
   EXPECT_EQ(3, container.m_pFootprintArray->GetSize());
   EXPECT_LT(files.nRead, static_cast<std::int64_t>(text.size()) + 4 * 65536);
+  // All of them: once to find them, and once to read them.
+  names.RemoveAll();
+  for (int i = 0; i < 2000; ++i) names.Add(CString("F" + std::to_string(i)));
+  files.nRead = 0;
+  laminate::LoadFootprintsByName("f.ftf", names, target);
+  EXPECT_EQ(2003, container.m_pFootprintArray->GetSize());
+  EXPECT_LT(files.nRead, 2 * static_cast<std::int64_t>(text.size()) + 4 * 65536);
+}
+
+// Outside a string this quote opens one, inside it does not end it: none of the forms closes, and to read the file to
+// its end from each of them would take hours.
+TEST(FootprintsByName, StringsThatNeverEndAreReadOnce) {
+  std::string text;
+  for (int i = 0; i < 200000; ++i) text += "(footprint A\n\\\"\n";
+  Library library;
+  EXPECT_EQ("", library.LoadNamed(text, {"A"}));
+  EXPECT_EQ(":", library.Show());
+  EXPECT_EQ(LoadStatus::Result::notWellFormed, library.status.m_result);
+  EXPECT_EQ(1, library.status.m_nLine);
+  // Where such strings end after all, each form has its own end.
+  Library some;
+  EXPECT_EQ("", some.LoadNamed("(footprint A\n\\\"\n(footprint A\n\\\"\n\"\n)\n(footprint A\n)\n"
+                               "(footprint A\n\\\"\n(footprint A\n)\n",
+                               {"A"}));
+  EXPECT_EQ(": fA1 fA1 fA1 fA1", some.Show());
 }
 
 TEST(FootprintsByName, NoneWanted) {
