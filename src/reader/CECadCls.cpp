@@ -390,7 +390,7 @@ class OneForm {
     if constexpr (kDiagnose) {
       if (m_bInString) Remark(m_reader, m_nStringLine, m_nStringColumn, kStringLeftOpen);
     }
-    if (m_bInString && m_lines.Error() == 0) m_nStringToEnd = std::min(m_nStringToEnd, m_nStringGoesOnAt);
+    if (m_bInString && !m_bClosed && m_lines.Error() == 0) m_nStringToEnd = std::min(m_nStringToEnd, m_nStringGoesOnAt);
     if (m_builder.Level() > 0) LeftOpen(m_reader, m_builder);
     return Opened::ok;
   }

@@ -173,7 +173,7 @@ TEST_F(Differential, FormsOfOneFile) {
                                            ")",      ")\n",    " b ",  "//c\n", "(",  "\r\n"};
   MemoryFileSystem files;
   const laminate::FileSystemScope scope(files);
-  for (int i = 0; i < 5000; ++i) {
+  for (int i = 0; i < 1500; ++i) {
     std::string& text = files.files["text"];
     // Now and then longer than what is at hand at once.
     text = i % 500 == 0 ? std::string(70000, i % 1000 == 0 ? ' ' : '\n') : "";
