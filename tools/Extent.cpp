@@ -102,6 +102,7 @@ void Extent::Take(double x, double y) {
 }
 
 void Extent::Take(const CBDdrawObj& shape) {
+  // Ovals are as long as their height says, along their angle.
   TakeAs<CBDline>(*this, shape, [](Extent& e, const CBDline& s) { TakeVertices(e, s.m_pVertices); }) ||
       TakeAs<CBDsurface>(*this, shape, [](Extent& e, const CBDsurface& s) { TakeVertices(e, s.m_pVertices); }) ||
       TakeAs<CBDdrawPadstack>(*this, shape, [](Extent& e, const CBDdrawPadstack& s) { e.Take(s.m_pt); }) ||
@@ -115,7 +116,7 @@ void Extent::Take(const CBDdrawObj& shape) {
           *this, shape,
           [](Extent& e, const CBDrectangle& s) { TakeBox(e, s.m_pt, s.m_dWidth, s.m_dHeight, s.m_dAngle); }) ||
       TakeAs<CBDoval>(*this, shape,
-                      [](Extent& e, const CBDoval& s) { TakeBox(e, s.m_pt, s.m_dWidth, s.m_dHeight, s.m_dAngle); }) ||
+                      [](Extent& e, const CBDoval& s) { TakeBox(e, s.m_pt, s.m_dHeight, s.m_dWidth, s.m_dAngle); }) ||
       TakeAs<CBDoblong>(*this, shape,
                         [](Extent& e, const CBDoblong& s) {
                           TakeBox(e, s.m_ptFirst, s.m_dWidth, s.m_dWidth, 0);
@@ -123,7 +124,7 @@ void Extent::Take(const CBDdrawObj& shape) {
                         }) ||
       TakeAs<CBDovalHole>(
           *this, shape,
-          [](Extent& e, const CBDovalHole& s) { TakeBox(e, s.m_pt, s.m_dWidth, s.m_dHeight, s.m_dAngle); }) ||
+          [](Extent& e, const CBDovalHole& s) { TakeBox(e, s.m_pt, s.m_dHeight, s.m_dWidth, s.m_dAngle); }) ||
       TakeAs<CBDsquareHole>(
           *this, shape,
           [](Extent& e, const CBDsquareHole& s) { TakeBox(e, s.m_pt, s.m_dWidth, s.m_dHeight, s.m_dAngle); }) ||

@@ -91,6 +91,12 @@ TEST_F(Info, MeasuresTheBoard) {
       {"a turned rectangle",
        kOutline + "(rectangle (pt 0 0) (width 4.0) (height 2.0) (rAngle 90))\n)\n",
        {-1, -2, 1, 2}},
+      {"an oval, whose height is its length",
+       kOutline + "(oval (pt 0 0) (width 2.0) (height 6.0))\n)\n",
+       {-3, -1, 3, 1}},
+      {"a turned oval hole",
+       kOutline + "(ovalHole (geometry (oval (pt 0 0) (width 2.0) (height 6.0) (ovalAngle 90.0))))\n)\n",
+       {-1, -3, 1, 3}},
       {"a text by its place", kCopper + "(text (geometry (text (string \"x\") (pt 3.0 4.0))))\n)\n", {3, 4, 3, 4}}};
   std::string sHead = kBoard;
   sHead.resize(sHead.find("(boardContainer"));

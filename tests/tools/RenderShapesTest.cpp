@@ -367,12 +367,12 @@ TEST(RenderShapes, EachKindIsDrawnAsItSays) {
          return p;
        },
        {"stroke 0.2 square: M-2,-1 L2,-1 L2,1 L-2,1 Z"}},
-      {"oval along x",
+      {"oval: its height is its length, along its angle",
        [] {
          auto* p = new CBDoval;
          p->m_pt = {10, 0};
-         p->m_dWidth = 6;
-         p->m_dHeight = 2;
+         p->m_dWidth = 2;
+         p->m_dHeight = 6;
          return p;
        },
        {"fill: M12,-1 A(12,0 r1 -90 +90) L13,0 A(12,0 r1 0 +90) L8,1 A(8,0 r1 90 +90) L7,0 A(8,0 r1 180 +90) Z"}},
@@ -409,6 +409,17 @@ TEST(RenderShapes, EachKindIsDrawnAsItSays) {
          return p;
        },
        {"cut: M4,2 A(1,2 r3 0 +360) Z"}},
+      {"hole of an oval",
+       [] {
+         auto* p = new CBDhole;
+         delete p->m_pShape;
+         auto* pInner = new CBDoval;
+         pInner->m_dWidth = 2;
+         pInner->m_dHeight = 6;
+         p->m_pShape = pInner;
+         return p;
+       },
+       {"cut: M2,-1 A(2,0 r1 -90 +90) L3,0 A(2,0 r1 0 +90) L-2,1 A(-2,0 r1 90 +90) L-3,0 A(-2,0 r1 180 +90) Z"}},
       {"hole without a shape", [] { return new CBDhole; }, {}},
       {"hole that holds another",
        [] {
@@ -424,8 +435,8 @@ TEST(RenderShapes, EachKindIsDrawnAsItSays) {
       {"oval hole, turned",
        [] {
          auto* p = new CBDovalHole;
-         p->m_dWidth = 6;
-         p->m_dHeight = 2;
+         p->m_dWidth = 2;
+         p->m_dHeight = 6;
          p->m_dAngle = 90;
          return p;
        },

@@ -230,6 +230,7 @@ void Brush::DrawThermal(const CBDsquareThermal& thermal) {
   StrokePath({});
 }
 
+// Ovals here and below are as long as their height says, along their angle, and as thick as their width.
 void Brush::DrawHole(const CBDdrawObj& shape) {
   if (const auto* pHole = dynamic_cast<const CBDhole*>(&shape)) {
     if (pHole->m_pShape != nullptr && pHole->m_pShape != &shape) DrawHole(*pHole->m_pShape);
@@ -239,10 +240,10 @@ void Brush::DrawHole(const CBDdrawObj& shape) {
     m_path.Rectangle(pSquare->m_dWidth, pSquare->m_dHeight, pSquare->m_dCorner);
     Turn(Vec(pSquare->m_pt), pSquare->m_dAngle);
   } else if (const auto* pOvalHole = dynamic_cast<const CBDovalHole*>(&shape)) {
-    m_path.Oval(pOvalHole->m_dWidth, pOvalHole->m_dHeight);
+    m_path.Oval(pOvalHole->m_dHeight, pOvalHole->m_dWidth);
     Turn(Vec(pOvalHole->m_pt), pOvalHole->m_dAngle);
   } else if (const auto* pOval = dynamic_cast<const CBDoval*>(&shape)) {
-    m_path.Oval(pOval->m_dWidth, pOval->m_dHeight);
+    m_path.Oval(pOval->m_dHeight, pOval->m_dWidth);
     Turn(Vec(pOval->m_pt), pOval->m_dAngle);
   } else if (const auto* pRectangle = dynamic_cast<const CBDrectangle*>(&shape)) {
     m_path.Rectangle(pRectangle->m_dWidth, pRectangle->m_dHeight, 0);
@@ -270,7 +271,7 @@ void Brush::Draw(const CBDdrawObj& shape, const Motion& motion, Look look, const
     m_path.Circle(Vec(pCircle->m_ptCenter), std::abs(pCircle->m_dRadius));
     FillPath();
   } else if (const auto* pOval = dynamic_cast<const CBDoval*>(&shape)) {
-    m_path.Oval(pOval->m_dWidth, pOval->m_dHeight);
+    m_path.Oval(pOval->m_dHeight, pOval->m_dWidth);
     Turn(Vec(pOval->m_pt), pOval->m_dAngle);
     FillPath();
   } else if (const auto* pText = dynamic_cast<const CBDtext*>(&shape)) {
