@@ -102,6 +102,17 @@ TEST_F(DesignSaving, WhatCannotBeSaidLeavesEveryFileAlone) {
   EXPECT_EQ(Read("out.pcf"), kBoard);
 }
 
+TEST_F(DesignSaving, AFileThatCannotBeMadeLeavesTheOtherAlone) {
+  Write("old.ftf", "old");
+  for (const char* szBoard : {"none/b.pcf", "b.ftf/b.pcf"}) {
+    DesignSaver saver = Saver("old");
+    saver.SetBoardFile(Path(szBoard), Path("b.pcf"));
+    EXPECT_THROW(saver.Save(), CFileException);
+    EXPECT_EQ(Read("old.ftf"), "old");
+  }
+  EXPECT_EQ(Files(), 3);
+}
+
 TEST_F(DesignSaving, SourcesThatAreGoneOrNotWellFormedAreTold) {
   Write("b.pcf", "(pcf");
   EXPECT_THROW(Saver("out").Save(), CInvalidArgException);

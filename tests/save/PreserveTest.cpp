@@ -240,6 +240,65 @@ TEST_P(Preserve, SavesWhatWasSavedByteForByte) {
 INSTANTIATE_TEST_SUITE_P(Edits, Preserve, testing::ValuesIn(kCases),
                          [](const auto& test) { return std::string(test.param.name); });
 
+// ---- to the byte ----
+
+std::string Board(const std::string& sContent) { return "(pcf\n(boardContainer\n" + sContent + ")\n)\n"; }
+
+struct ExactCase {
+  const char* what;
+  const char* before;
+  std::function<void(EditedBoard&)> edit;
+  const char* after;
+};
+
+TEST(PreserveText, StandsAsItsNeighboursDo) {
+  const auto addNet = [](EditedBoard& b) {
+    auto* p = new CBDnet;
+    p->m_sName = "X";
+    b.Board().m_pNetArray->InsertAt(1, p);
+  };
+  const ExactCase cases[] = {
+      {"indented as they are", "(components\n   (component (reference R1)\n   )\n)\n",
+       [](EditedBoard& b) {
+         auto* p = new CBDcomponent;
+         p->m_sReference = "R9";
+         b.Board().m_pComponentArray->Add(p);
+       },
+       "(components\n   (component (reference R1)\n   )\n   (component\n   (reference R9)\n   )\n)\n"},
+      {"on a line of its own", "(nets\n (net A)\n (net B)\n)\n", addNet, "(nets\n (net A)\n (net X)\n (net B)\n)\n"},
+      {"between two of one line", "(nets\n (net A) (net B)\n)\n", addNet, "(nets\n (net A)\n (net X)\n  (net B)\n)\n"},
+      {"two of one line go", "(nets\n(net A (comp R1 (pin 1)) (comp R2 (pin 1)) (type POWER))\n)\n",
+       [](EditedBoard& b) { b.Net(0).m_pRefPinArray->DeleteAt(0, 2); }, "(nets\n(net A (type POWER))\n)\n"},
+      {"what stands last stays in place when its order behind others tells it",
+       "(boardLayout\n(layout\n(layer (conductive 1)\n(line (vertex (pt 0.0 0.0) (pt 1.0 0.0)))\n"
+       "(circle 1.0 (pt 1.0 2.0))\n(circle 2.0 (pt 3.0 4.0))\n)\n)\n)\n",
+       [](EditedBoard& b) {
+         b.Board().m_pDrawObjArray->DeleteAt(0, 1);
+         for (const int n : {0, 1}) b.Shape(n).vMoveRotate(-1, 0, 0, "A");
+       },
+       "(boardLayout\n(layout\n(layer (conductive 1)\n"
+       "(circle 1.0 (pt 2.0 2.0))\n(circle 2.0 (pt 4.0 4.0))\n)\n)\n)\n"},
+      {"another part in the place of one that went",
+       "(components\n(component   (reference R1)\n(part   10k)\n(package P)\n(footprint F)\n)\n)\n",
+       [](EditedBoard& b) {
+         CBDcomponentArray& components = *b.Board().m_pComponentArray;
+         components.DeleteAt(0, 1);
+         auto* p = new CBDcomponent;
+         p->m_sReference = "C7";
+         p->m_sPart = "1u";
+         p->m_sPackage = "Q";
+         p->m_sFootprint = "G";
+         components.Add(p);
+       },
+       "(components\n(component\n(reference C7)\n(part 1u)\n(package Q)\n(footprint G)\n)\n)\n"},
+  };
+  for (const ExactCase& test : cases) {
+    EditedBoard board(Board(test.before));
+    test.edit(board);
+    EXPECT_EQ(board.Save(), Board(test.after)) << test.what;
+  }
+}
+
 // ---- texts of all kinds, unedited ----
 
 TEST(PreserveUnedited, GivesTheSameBytes) {

@@ -78,6 +78,7 @@ TEST(Spelling, OfTexts) {
       {"back\\slash", "back\\slash"},
       {"ends\\", "ends\\"},
       {"//no comment", "\"//no comment\""},
+      {"//comment", "\"//comment\""},
       {"/one", "/one"},
       {"100%", "100%"},
       {"\x83\x5c", "\x83\x5c"},  // a double-byte character whose second byte is a backslash
