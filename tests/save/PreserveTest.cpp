@@ -278,6 +278,13 @@ TEST(PreserveText, StandsAsItsNeighboursDo) {
        },
        "(boardLayout\n(layout\n(layer (conductive 1)\n"
        "(circle 1.0 (pt 2.0 2.0))\n(circle 2.0 (pt 4.0 4.0))\n)\n)\n)\n"},
+      {"beside one of its keyword that is not read",
+       "(components\n(component (reference R1)\n(propertyF Scale 2)\n(propertyF Odd 7)\n)\n)\n",
+       [](EditedBoard& b) {
+         b.Component(0).m_dScale = 3;
+         b.Component(0).m_pPropertyArray->GetAt(0)->m_sComment = "3";
+       },
+       "(components\n(component (reference R1)\n(propertyF Scale 3)\n(propertyF Odd 7)\n)\n)\n"},
       {"another part in the place of one that went",
        "(components\n(component   (reference R1)\n(part   10k)\n(package P)\n(footprint F)\n)\n)\n",
        [](EditedBoard& b) {
