@@ -12,9 +12,9 @@ class CBDoval : public CBDdrawObj {
   CBDoval& operator=(const CBDoval&) = default;
   ~CBDoval() override;
 
-  double m_dAngle = 0;
-  double m_dHeight = 0;
-  double m_dWidth = 0;
+  double m_dAngle = 0;   ///< degrees; where the length points
+  double m_dHeight = 0;  ///< the length
+  double m_dWidth = 0;   ///< across it
   CPointD m_pt;
 
   /// The text of its own; see `CBDdrawObj`.

@@ -15,9 +15,9 @@ class CBDovalHole : public CBDdrawObj {
   ~CBDovalHole() override;
 
   CPointD m_pt;
-  double m_dWidth = 0;
-  double m_dHeight = 0;
-  double m_dAngle = 0;
+  double m_dWidth = 0;   ///< across the length
+  double m_dHeight = 0;  ///< the length
+  double m_dAngle = 0;   ///< degrees; where the length points
   int m_nHoleType = 0;  ///< kept as a number
 
   /// The text of its own; see `CBDdrawObj`.
