@@ -18,7 +18,7 @@ class CBDovalHole : public CBDdrawObj {
   double m_dWidth = 0;   ///< across the length
   double m_dHeight = 0;  ///< the length
   double m_dAngle = 0;   ///< degrees; where the length points
-  int m_nHoleType = 0;  ///< kept as a number
+  int m_nHoleType = 0;   ///< kept as a number
 
   /// The text of its own; see `CBDdrawObj`.
   int nPrint2File(FILE* fp, int mode);
