@@ -10,6 +10,7 @@
 #include "board/CBDnet.h"
 #include "board/CBDsubBoard.h"
 #include "board/LayerTranslator.h"
+#include "board/PlainGathering.h"
 #include "drawobj/CBDcircle.h"
 #include "drawobj/CBDdelete.h"
 #include "drawobj/CBDline.h"
@@ -95,38 +96,6 @@ TEST(LayoutGathering, NamesTakeShapesOfAnyNumberAlong) {
   EXPECT_EQ("021", ids);
 }
 
-// The two passes as they are told, moving one element at a time.
-template <class KeyOf, class Leads, class Key>
-void PlainPass(std::vector<CBDdrawObj*>& a, KeyOf keyOf, Leads leads, Key last) {
-  std::size_t i = 0;
-  while (i < a.size()) {
-    if (leads(a[i], last)) {
-      last = keyOf(a[i]);
-      ++i;
-      for (std::size_t j = i; j < a.size(); ++j) {
-        if (keyOf(a[j]) != last) continue;
-        CBDdrawObj* p = a[j];
-        a.erase(a.begin() + static_cast<std::ptrdiff_t>(j));
-        a.insert(a.begin() + static_cast<std::ptrdiff_t>(i), p);
-        ++i;
-      }
-    }
-    ++i;
-  }
-}
-
-std::vector<CBDdrawObj*> PlainlyGathered(const CBDdrawObjArray& shapes) {
-  std::vector<CBDdrawObj*> a(shapes.begin(), shapes.end());
-  const auto number = [](const CBDdrawObj* p) { return p->m_nLayerNumber; };
-  PlainPass(
-      a, number, [&](const CBDdrawObj* p, int last) { return number(p) != last; }, -1);
-  const auto name = [](const CBDdrawObj* p) { return Str(p->m_sLayerName); };
-  PlainPass(
-      a, name, [&](const CBDdrawObj* p, const std::string& last) { return number(p) == 0 && name(p) != last; },
-      std::string());
-  return a;
-}
-
 TEST(LayoutGathering, EqualsThePlainPassesOnRandomLayouts) {
   std::mt19937 random(20240611);
   const auto below = [&random](int n) { return static_cast<int>(random() % static_cast<unsigned>(n)); };
@@ -146,7 +115,7 @@ TEST(LayoutGathering, EqualsThePlainPassesOnRandomLayouts) {
       if (bMany && below(2) == 0) layers.back().name += std::to_string(below(nNumbers));
     }
     Fill(board, layers);
-    const std::vector<CBDdrawObj*> expected = PlainlyGathered(*board.m_pDrawObjArray);
+    const std::vector<CBDdrawObj*> expected = plain::Gathered(*board.m_pDrawObjArray);
     board.vSortDrawObjForLayerOrder();
     const std::vector<CBDdrawObj*> found(board.m_pDrawObjArray->begin(), board.m_pDrawObjArray->end());
     ASSERT_EQ(expected, found) << "round " << nRound;
