@@ -27,10 +27,9 @@ inline double PeakMiB() {
   return n / 1024;
 }
 
-/// What an operation needs at most in a process of its own, in MiB beyond what the process takes anyway: the program
-/// runs itself with the arguments `--peak` and these.
-inline double PeakOfItsOwn(const std::string& sArguments) {
-  const std::string command = std::filesystem::read_symlink("/proc/self/exe").string() + " --peak " + sArguments;
+/// What the program tells when it runs itself with these arguments: a number.
+inline double OfItsOwn(const std::string& sArguments) {
+  const std::string command = std::filesystem::read_symlink("/proc/self/exe").string() + " " + sArguments;
   double n = 0;
   if (std::FILE* pipe = ::popen(command.c_str(), "r")) {
     if (std::fscanf(pipe, "%lf", &n) != 1) n = 0;
@@ -38,6 +37,10 @@ inline double PeakOfItsOwn(const std::string& sArguments) {
   }
   return n;
 }
+
+/// What an operation needs at most in a process of its own, in MiB beyond what the process takes anyway: the program
+/// runs itself with the arguments `--peak` and these.
+inline double PeakOfItsOwn(const std::string& sArguments) { return OfItsOwn("--peak " + sArguments); }
 /// The other side: `run` is the operation.
 template <class Run>
 int ReportPeak(Run run) {

@@ -24,6 +24,20 @@ class BoardGenerator {
     return generator.Board();
   }
 
+  static constexpr int kScatteredLayers = 30;
+  /// The number of the n-th layer of a scattered board, counted from 0; 0 where it goes by its name.
+  static int ScatteredNumber(int n) { return n < kConductiveLayers ? n + 1 : 0; }
+  static std::string ScatteredName(int n) {
+    return n < kConductiveLayers ? std::to_string(n + 1) : "Drawing-" + std::to_string(n + 1);
+  }
+
+  /// A board without components, whose tracks come in short runs, of 1 to 50, on layers in random order. About 120
+  /// bytes a track.
+  static std::string Scattered(int nTracks) {
+    BoardGenerator generator(1 + nTracks / 13000, Lines::shortOnes);
+    return generator.ScatteredBoard(nTracks);
+  }
+
  private:
   BoardGenerator(int nScale, Lines lines) : m_nScale(nScale), m_lines(lines) {
     m_text.reserve(static_cast<std::size_t>(nScale) * 1700000);
@@ -270,6 +284,27 @@ class BoardGenerator {
     Line("(layout");
     for (int n = 1; n <= kConductiveLayers; ++n) Layer(n);
     Vias();
+    Close(2);
+    Close(2);
+    return std::move(m_text);
+  }
+
+  std::string ScatteredBoard(int nTracks) {
+    Header();
+    Technology();
+    Line("(boardContainer");
+    Line("(components");
+    Close();
+    Nets();
+    Line("(boardLayout");
+    Line("(layout");
+    while (nTracks > 0) {
+      const int nLayer = static_cast<int>(Random(kScatteredLayers));
+      Line((ScatteredNumber(nLayer) != 0 ? "(layer (conductive " : "(layer (nonConductive ") + ScatteredName(nLayer) +
+           ")");
+      for (int n = 1 + static_cast<int>(Random(50)); n > 0 && nTracks > 0; --n, --nTracks) Track();
+      Close();
+    }
     Close(2);
     Close(2);
     return std::move(m_text);

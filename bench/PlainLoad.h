@@ -29,9 +29,11 @@ inline void PlainSplit(const std::string& path, const std::string& folder) {
   PlainPieces(path, folder);
   std::filesystem::remove_all(folder);
 }
-inline void PlainLoad(const std::string& path, const std::string& folder) {
+/// `use` gets the trees of each piece.
+template <class Use>
+void PlainLoad(const std::string& path, const std::string& folder, Use use) {
   const plain::Split split = PlainPieces(path, folder);
-  for (const auto& file : split.files) PlainTree(folder + "/" + file.first);
+  for (const auto& file : split.files) use(plain::ParseFile(Read(folder + "/" + file.first)).roots);
   std::filesystem::remove_all(folder);
 }
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <cstdlib>
 #include <initializer_list>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,8 +16,9 @@
 #include "drawobj/CBDvertexArc.h"
 #include "drawobj/CBDvertexPt.h"
 #include "reader/CECadClsLvl.h"
+#include "reader/PlainReader.h"
 
-namespace laminate::bench::plain {
+namespace plain {
 
 struct Fillet {
   std::string type;
@@ -74,40 +76,51 @@ struct Padstack : Shape {
   }
 };
 
-inline std::string Copy(const CString& s) { return std::string(s.View()); }
-inline std::string Token(const CECadClsLvl& node, int n) { return Copy(node.m_arrValues.GetAt(n)); }
+// What is asked of a tree, be it the library's or the plain reader's.
+inline std::string Name(const CECadClsLvl& node) { return std::string(node.m_sName.View()); }
+inline std::string Token(const CECadClsLvl& node, int n) { return std::string(node.m_arrValues.GetAt(n).View()); }
+inline const CECadClsLvlArray& Children(const CECadClsLvl& node) { return *node.m_pChildren; }
+inline std::string Name(const Node& node) { return node.name; }
+inline std::string Token(const Node& node, int n) {
+  return static_cast<std::size_t>(n) < node.values.size() ? node.values[static_cast<std::size_t>(n)] : std::string();
+}
+inline const Nodes& Children(const plain::Node& node) { return node.children; }
+
 inline double Length(std::string s) {
   return s.find(".") != std::string::npos ? std::atof(s.c_str()) : std::atof(s.c_str()) / 100000.0;
 }
 
-inline void ReadVertices(const CECadClsLvl& node, std::vector<Vertex*>& vertices) {
-  for (const CECadClsLvl* child : *node.m_pChildren) {
-    if (Copy(child->m_sName) != "pt") continue;
+template <class Node>
+void ReadVertices(const Node& node, std::vector<Vertex*>& vertices) {
+  for (const auto& child : Children(node)) {
+    if (Name(*child) != "pt") continue;
     auto* vertex = new Vertex;
     vertex->x = Length(Token(*child, 0));
     vertex->y = Length(Token(*child, 1));
-    for (const CECadClsLvl* inner : *child->m_pChildren) {
-      if (Copy(inner->m_sName) == "width") {
+    for (const auto& inner : Children(*child)) {
+      if (Name(*inner) == "width") {
         vertex->width = Length(Token(*inner, 0));
-      } else if (Copy(inner->m_sName) == "tarc") {
-        vertex->tarc = Length(Token(*(*inner->m_pChildren)[0], 0));
+      } else if (Name(*inner) == "tarc") {
+        vertex->tarc = Length(Token(*Children(*inner)[0], 0));
       }
     }
     vertices.push_back(vertex);
   }
 }
 
-inline const CECadClsLvl* Find(const CECadClsLvl& node, std::string name) {
-  for (const CECadClsLvl* child : *node.m_pChildren) {
-    if (Copy(child->m_sName) == name) return child;
+template <class Node>
+const Node* Find(const Node& node, std::string name) {
+  for (const auto& child : Children(node)) {
+    if (Name(*child) == name) return &*child;
   }
   return nullptr;
 }
 
-inline Shape* ReadLine(const CECadClsLvl& node) {
+template <class Node>
+Shape* ReadLine(const Node& node) {
   auto* line = new Line;
-  for (const CECadClsLvl* child : *node.m_pChildren) {
-    const std::string key = Copy(child->m_sName);
+  for (const auto& child : Children(node)) {
+    const std::string key = Name(*child);
     if (key == "net") {
       line->net = Token(*child, 0);
     } else if (key == "penShape") {
@@ -117,21 +130,22 @@ inline Shape* ReadLine(const CECadClsLvl& node) {
     } else if (key == "vertex") {
       ReadVertices(*child, line->vertices);
     } else if (key == "geometry") {
-      const CECadClsLvl& inner = *(*child->m_pChildren)[0];
-      if (const CECadClsLvl* p = Find(inner, "penShape")) line->penShape = Token(*p, 0);
-      if (const CECadClsLvl* p = Find(inner, "vertex")) ReadVertices(*p, line->vertices);
-      if (const CECadClsLvl* p = Find(inner, "type")) line->lineType = Token(*p, 0);
+      const Node& inner = *Children(*child)[0];
+      if (const Node* p = Find(inner, "penShape")) line->penShape = Token(*p, 0);
+      if (const Node* p = Find(inner, "vertex")) ReadVertices(*p, line->vertices);
+      if (const Node* p = Find(inner, "type")) line->lineType = Token(*p, 0);
       if (Find(inner, "dashLine") != nullptr) line->lineType = "DASH";
     }
   }
   return line;
 }
 
-inline Shape* ReadPadstack(const CECadClsLvl& node) {
+template <class Node>
+Shape* ReadPadstack(const Node& node) {
   auto* padstack = new Padstack;
   padstack->name = Token(node, 0);
-  for (const CECadClsLvl* child : *node.m_pChildren) {
-    const std::string key = Copy(child->m_sName);
+  for (const auto& child : Children(node)) {
+    const std::string key = Name(*child);
     if (key == "net") {
       padstack->net = Token(*child, 0);
     } else if (key == "pt") {
@@ -147,11 +161,11 @@ inline Shape* ReadPadstack(const CECadClsLvl& node) {
     } else if (key == "flip") {
       padstack->flip = Token(*child, 0);
     } else if (key == "conductive" || key == "nonConductive") {
-      for (const CECadClsLvl* inner : *child->m_pChildren) {
+      for (const auto& inner : Children(*child)) {
         auto* entry = new Entry;
-        if (Copy(inner->m_sName) == "layerNumber") entry->layerNumber = std::atoi(Token(*inner, 0).c_str());
-        if (Copy(inner->m_sName) == "layer") entry->layerName = Token(*inner, 0);
-        if (const CECadClsLvl* p = Find(*inner, "status")) entry->status = Token(*p, 0);
+        if (Name(*inner) == "layerNumber") entry->layerNumber = std::atoi(Token(*inner, 0).c_str());
+        if (Name(*inner) == "layer") entry->layerName = Token(*inner, 0);
+        if (const Node* p = Find(*inner, "status")) entry->status = Token(*p, 0);
         if (Find(*inner, "geometry") != nullptr) entry->visible = 2;
         padstack->entries.push_back(entry);
       }
@@ -160,10 +174,11 @@ inline Shape* ReadPadstack(const CECadClsLvl& node) {
   return padstack;
 }
 
-inline Shape* ReadSurface(const CECadClsLvl& node) {
+template <class Node>
+Shape* ReadSurface(const Node& node) {
   auto* surface = new Surface;
-  for (const CECadClsLvl* child : *node.m_pChildren) {
-    const std::string key = Copy(child->m_sName);
+  for (const auto& child : Children(node)) {
+    const std::string key = Name(*child);
     if (key == "lowerHeight") {
       surface->lowerHeight = Length(Token(*child, 0));
     } else if (key == "upperHeight") {
@@ -173,8 +188,8 @@ inline Shape* ReadSurface(const CECadClsLvl& node) {
     } else if (key == "vertex") {
       ReadVertices(*child, surface->vertices);
     } else if (key == "geometry") {
-      for (const CECadClsLvl* inner : *(*child->m_pChildren)[0]->m_pChildren) {
-        const std::string innerKey = Copy(inner->m_sName);
+      for (const auto& inner : Children(*Children(*child)[0])) {
+        const std::string innerKey = Name(*inner);
         if (innerKey == "outlineWidth") {
           surface->outlineWidth = Length(Token(*inner, 0));
         } else if (innerKey == "fillWidth") {
@@ -192,8 +207,9 @@ inline Shape* ReadSurface(const CECadClsLvl& node) {
   return surface;
 }
 
-inline Shape* Read(const CECadClsLvl& node, std::string layerName, std::string layerType, int layerNumber) {
-  const std::string keyword = Copy(node.m_sName);
+template <class Node>
+Shape* Read(const Node& node, std::string layerName, std::string layerType, int layerNumber) {
+  const std::string keyword = Name(node);
   const auto isOneOf = [&keyword](std::initializer_list<const char*> words) {
     for (const char* sz : words) {
       if (keyword == sz) return true;
@@ -220,6 +236,44 @@ inline Shape* Read(const CECadClsLvl& node, std::string layerName, std::string l
   shape->layerType = layerType;
   shape->layerNumber = layerNumber;
   return shape;
+}
+
+// The shapes of all layers under some forms, also of those in components and their pins; of a "refer" what it holds.
+template <class Node>
+void ReadLayer(const Node& layer, std::vector<std::unique_ptr<Shape>>& shapes) {
+  std::string name, type;
+  int number = 0;
+  const auto add = [&](const Node& node) {
+    if (Shape* shape = Read(node, name, type, number)) shapes.emplace_back(shape);
+  };
+  for (const auto& child : Children(layer)) {
+    const std::string key = Name(*child);
+    if (key == "conductive") {
+      type = key;
+      name = Token(*child, 0);
+      number = std::atoi(name.c_str());
+    } else if (key == "nonConductive") {
+      type = key;
+      name = Token(*child, 0);
+    } else if (key == "systemLayer") {
+      type = key;
+      if (const Node* p = Find(*child, "type")) name = Token(*p, 0);
+    } else if (key == "refer") {
+      for (const auto& inner : Children(*child)) add(*inner);
+    } else {
+      add(*child);
+    }
+  }
+}
+template <class Nodes>
+void ReadLayers(const Nodes& forms, std::vector<std::unique_ptr<Shape>>& shapes) {
+  for (const auto& form : forms) {
+    if (Name(*form) == "layer") {
+      ReadLayer(*form, shapes);
+    } else {
+      ReadLayers(Children(*form), shapes);
+    }
+  }
 }
 
 // One fprintf per line, of the library's own objects.
@@ -272,4 +326,4 @@ inline void Write(std::FILE* fp, const CBDdrawObj& shape) {
   }
 }
 
-}  // namespace laminate::bench::plain
+}  // namespace plain

@@ -94,7 +94,7 @@ int main(int argc, char** argv) {
     add("split", name, path, [=](const std::string& board) { PlainSplit(board, pieces); });
   }
   for (const auto& [name, path] : boards) {
-    add("load", name, path, [=](const std::string& board) { PlainLoad(board, pieces); });
+    add("load", name, path, [=](const std::string& board) { PlainLoad(board, pieces, [](const auto&) {}); });
   }
   benchmark::RunSpecifiedBenchmarks();
   return 0;

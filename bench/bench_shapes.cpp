@@ -23,8 +23,6 @@
 
 namespace {
 
-namespace plain = laminate::bench::plain;
-
 // Of the processor, so that what else runs on the machine counts less.
 double Seconds() { return static_cast<double>(std::clock()) / CLOCKS_PER_SEC; }
 
