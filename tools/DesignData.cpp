@@ -1,14 +1,20 @@
 #include "DesignData.h"
 
+#include <system_error>
+
 #include "LoadBoard.h"
 #include "base/CArchive.h"
 #include "base/CFile.h"
+#include "base/HeldFile.h"
 
 namespace laminate::cli {
 
 namespace {
 
 void LoadArchive(Console& console, const std::string& sPath, CPC_BD_OutClsGet& data) {
+  // The image is read twice.
+  const HeldFile held(sPath.c_str());
+  if (held.Result() != 0) console.Fail({sPath}, std::generic_category().message(-held.Result()));
   try {
     CFile file(sPath.c_str(), CFile::modeRead | CFile::typeBinary);
     {

@@ -4,11 +4,13 @@
 #include <iterator>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <unordered_map>
 #include <vector>
 
 #include "base/CException.h"
 #include "base/FileSystem.h"
+#include "base/HeldFile.h"
 #include "base/HostInterface.h"
 #include "designdata/CPC_BD_OutClsGet.h"
 #include "facade/CBDesigner.h"
@@ -171,6 +173,15 @@ FileCheck::FileCheck() : m_pDesignData(std::make_unique<CPC_BD_OutClsGet>()) {
 FileCheck::~FileCheck() = default;
 
 LoadStatus FileCheck::Check(const CString& sPath) {
+  const HeldFile held(sPath);
+  if (held.Result() == 0) return CheckContent(sPath);
+  LoadStatus status;
+  status.Set(LoadStatus::Result::cannotOpen, sPath, 0, 0,
+             CString(std::generic_category().message(-held.Result()).c_str()));
+  return status;
+}
+
+LoadStatus FileCheck::CheckContent(const CString& sPath) {
   const FileKind kind = KindOfFile(sPath);
   Listener listener;
   listener.Listen();

@@ -37,7 +37,8 @@ class FileCheck {
   FileCheck& operator=(const FileCheck&) = delete;
 
   /// Checks one file. The result is ok when the file is well formed, and otherwise its first fault. What is suspicious
-  /// is added to the remarks, the texts of message boxes among them; the boxes are shown too.
+  /// is added to the remarks, the texts of message boxes among them; the boxes are shown too. What is no regular file,
+  /// such as a pipe, is read once.
   LoadStatus Check(const CString& sPath);
   /// Adds a remark for each name that the files checked so far refer to and none of them defines.
   void ReportUndefinedNames();
@@ -45,6 +46,8 @@ class FileCheck {
   const Diagnostics& Remarks() const { return m_remarks; }
 
  private:
+  LoadStatus CheckContent(const CString& sPath);
+
   Diagnostics m_remarks;
   std::unique_ptr<CPC_BD_OutClsGet> m_pDesignData;
 };

@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "CommandRunner.h"
 #include "Json.h"
 
@@ -132,6 +134,32 @@ TEST_F(Check, TakesItsFilesAsOneDesign) {
   EXPECT_EQ(result.out.find("PACK\""), std::string::npos) << result.out;
   EXPECT_NE(result.out.find("p.cdf:5"), std::string::npos) << result.out;
   EXPECT_NE(result.out.find("OTHER"), std::string::npos) << result.out;
+}
+
+// A pipe gives its content only once, and a check reads it for the kind, the forms and the records.
+TEST_F(Check, ReadsAPipe) {
+  struct Row {
+    const char* pipe;
+    std::string text;
+    int status;
+    const char* out;
+  };
+  const Row rows[] = {
+      {"open", "(a\n(b\n", 1, "open: not well formed\n"},
+      {"forms", "(a)\n", 0, "forms: well formed\n"},
+      {"b.pcf", kBoard, 0, "b.pcf: well formed\n"},
+      {"bad.pcf", "(pcf\n(boardContainer\n(nets\n(net)\n)\n)\n)\n", 1, "bad.pcf: not well formed\n"},
+      {"rules", "(design x\n(boardSpec\n(drillingRule (d 1))\n)\n)\n", 1, "rules: not well formed\n"},
+      {"part", "(part \"P\"\n", 3,
+       "part:1:1: warning: part \"P\" is not closed: what was read of it is kept\npart: well formed\n"}};
+  for (const Row& row : rows) {
+    ASSERT_EQ(mkfifo((folder / row.pipe).c_str(), 0600), 0);
+    std::thread writer([&] { folder.Write(row.pipe, row.text); });
+    const CommandResult result = run({"check", "--strict", row.pipe});
+    writer.join();
+    EXPECT_EQ(result.status, row.status) << row.pipe << ": " << result.err;
+    EXPECT_EQ(result.out, row.out) << row.pipe;
+  }
 }
 
 TEST_F(Check, TellsFilesThatCannotBeRead) {

@@ -1,3 +1,5 @@
+#include <thread>
+
 #include "CommandRunner.h"
 #include "Json.h"
 
@@ -179,6 +181,17 @@ TEST_F(DesignData, RefusesWhatIsNoWholeArchive) {
   }
   folder.Write("more.bin", sImage + "behind");
   EXPECT_EQ(run({"design-data", "--archive-in", "more.bin"}).status, 0);
+}
+
+TEST_F(DesignData, ReadsAnArchiveFromAPipe) {
+  ASSERT_EQ(run({"design-data", "--package", "p.pkf", "--archive-out", "a.bin"}).status, 0);
+  const std::string sImage = folder.Read("a.bin");
+  ASSERT_EQ(mkfifo((folder / "pipe").c_str(), 0600), 0);
+  std::thread writer([&] { folder.Write("pipe", sImage); });
+  const CommandResult result = run({"design-data", "--archive-in", "pipe", "--archive-out", "-"});
+  writer.join();
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_EQ(result.out, sImage);
 }
 
 TEST_F(DesignData, WritesBothOutputsOrNone) {
