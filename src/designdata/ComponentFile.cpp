@@ -38,38 +38,38 @@ class ComponentScanner {
     m_component.Make(line).m_sCompName = line.Column(2);
     return Outcome::next;
   }
-  Outcome Close(const ScannedLine&) {
-    if (!m_component) return Outcome::noRecord;
+  Outcome Close(const ScannedLine& line) {
+    if (!IsFor(line)) return Outcome::noRecord;
     m_component.Enter(Required(m_data.m_pLcdbCmpCompArray));
     return Outcome::next;
   }
   Outcome SetComponentType(const ScannedLine& line) {
-    if (!m_component) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     m_component->m_sComponentType = line.Column(3);
     return Outcome::next;
   }
   Outcome SetFunctionName(const ScannedLine& line) {
-    if (!m_component) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     m_component->m_sFunctionName = line.Column(3);
     m_report.RefersTo(NameKind::function, line.Place(), line.Column(3));
     return Outcome::next;
   }
   Outcome SetGateCount(const ScannedLine& line) {
-    if (!m_component) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     m_component->m_nGateCount = line.Integer(3);
     return Outcome::next;
   }
   // Columns are counted by blanks alone but honour quotes, so that a quoted name with a blank inside brings an empty
   // name along.
   Outcome AddSymbolNames(const ScannedLine& line) {
-    if (!m_component) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     constexpr std::size_t kFirstName = 3;
     const std::size_t nLast = std::max(kFirstName, CountColumns(line.Text()));
     for (std::size_t n = kFirstName; n <= nLast; ++n) m_component->m_aSymbolNames.Emplace(line.Column(n));
     return Outcome::next;
   }
   Outcome AddPin(const ScannedLine& line) {
-    if (!m_component) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     auto p = std::make_unique<CVRXoutLcdbCmpCompPin>();
     p->m_nPinId = line.Integer(2);
     SplitPinNames(line.Column(5), p->m_aPinNames);
@@ -86,6 +86,11 @@ class ComponentScanner {
   }
 
  private:
+  // Whether there is a component for the line to act on.
+  bool IsFor(const ScannedLine& line) const {
+    if (m_component && !m_component.IsOpen()) m_report.BehindEnd(line);
+    return static_cast<bool>(m_component);
+  }
   // Names beyond the hundredth are dropped.
   static void SplitPinNames(std::string_view s, CStringArray& arrNames) {
     const auto nCommas = static_cast<std::size_t>(std::count(s.begin(), s.end(), ','));
@@ -113,6 +118,7 @@ constexpr auto kComponentLines = MakeTransitions<ComponentScanner>({
     {{}, "symbolName", &C::AddSymbolNames},
     {{}, "gateCount", &C::SetGateCount},
     {{}, "pin", &C::AddPin},
+    {{}, "//"},
 });
 
 }  // namespace

@@ -57,12 +57,11 @@ void ScanReport::NotClosed(const TextPlace& place, std::string_view sWhat, const
   }
   s += " is not closed: ";
   s += sEffect;
-  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, place.line, place.column, CString(std::string_view(s)));
+  Add(Diagnostic::Severity::warning, place, s);
 }
 
 void ScanReport::Warn(const ScannedLine& line, std::string_view sReason) const {
-  if (!IsWanted()) return;
-  m_pDiagnostics->Add(Diagnostic::Severity::warning, m_sFile, line.Place().line, line.Place().column, CString(sReason));
+  Add(Diagnostic::Severity::warning, line.Place(), sReason);
 }
 
 void ScanReport::Skipped(const ScannedLine& line, std::string_view sWhere) const {
@@ -71,8 +70,7 @@ void ScanReport::Skipped(const ScannedLine& line, std::string_view sWhere) const
   s += "\" means nothing ";
   s += sWhere;
   s += ": the line is skipped";
-  m_pDiagnostics->Add(Diagnostic::Severity::note, m_sFile, line.Place().line, line.Place().column,
-                      CString(std::string_view(s)));
+  Add(Diagnostic::Severity::note, line.Place(), s);
 }
 
 void ScanReport::OnNothing(const ScannedLine& line) const {
@@ -80,6 +78,14 @@ void ScanReport::OnNothing(const ScannedLine& line) const {
   s += line.Column(1);
   s += "\" could belong to: the line is skipped";
   Warn(line, s);
+}
+
+void ScanReport::BehindEnd(const ScannedLine& line) const {
+  if (!IsWanted()) return;
+  std::string s = "\"";
+  s += line.Column(1);
+  s += "\" stands behind the end of what it belongs to";
+  Add(Diagnostic::Severity::note, line.Place(), s);
 }
 
 }  // namespace laminate

@@ -5,6 +5,7 @@
 //
 // A keyword stands first on its line, and so does a ")" that closes a block. Keywords match whole, with their opening
 // bracket. A line that no row takes is skipped.
+#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -19,6 +20,7 @@
 #include "base/CString.h"
 #include "base/LoadStatus.h"
 #include "base/Number.h"
+#include "designdata/FileRemarks.h"
 #include "designdata/NameReferences.h"
 
 namespace laminate {
@@ -45,6 +47,7 @@ class ScannedLine {
   bool Contains(std::string_view s) const { return m_sText.find(s) != std::string_view::npos; }
   /// What the line ends in, trailing blanks included: a blank behind a bracket makes a difference.
   bool EndsIn(std::string_view s) const { return m_sText.ends_with(s); }
+  bool HasOpenQuote() const { return std::count(m_sText.begin(), m_sText.end(), '"') % 2 != 0; }
 
  private:
   std::string_view Cut(std::size_t n) const;
@@ -181,13 +184,13 @@ class CurrentRecord {
   TextPlace m_place;
 };
 
-/// What a scan has around it: the file, and where remarks go. Without diagnostics nothing is remarked.
+/// What a scan has around it: the file, and where remarks go.
 class ScanReport {
  public:
   ScanReport(const CString& sFile, Diagnostics* pDiagnostics, NameReferences* pReferences)
-      : m_sFile(sFile), m_pDiagnostics(pDiagnostics), m_pReferences(pReferences) {}
+      : m_sFile(sFile), m_remarks(sFile, pDiagnostics), m_pReferences(pReferences) {}
 
-  bool IsWanted() const { return m_pDiagnostics != nullptr; }
+  bool IsWanted() const { return m_remarks.IsWanted(); }
   /// The block that was opened there is lost or ends otherwise than by its closing line.
   void NotClosed(const TextPlace& place, std::string_view sWhat, const CString& sName, std::string_view sEffect) const;
   /// What the line says is lost, or means something else than it seems to.
@@ -196,6 +199,8 @@ class ScanReport {
   void Skipped(const ScannedLine& line, std::string_view sWhere) const;
   /// The line acts on a record, and there is none.
   void OnNothing(const ScannedLine& line) const;
+  /// The line acts on a record that was closed before.
+  void BehindEnd(const ScannedLine& line) const;
   void Defines(NameKind kind, const TextPlace& place, std::string_view sName) const {
     if (m_pReferences != nullptr) m_pReferences->Define(kind, sName, {m_sFile, place});
   }
@@ -204,8 +209,12 @@ class ScanReport {
   }
 
  private:
+  void Add(Diagnostic::Severity severity, const TextPlace& place, std::string_view sReason) const {
+    m_remarks.Add(severity, place.line, place.column, sReason);
+  }
+
   CString m_sFile;
-  Diagnostics* m_pDiagnostics;
+  mutable FileRemarks m_remarks;
   NameReferences* m_pReferences;
 };
 
@@ -235,6 +244,9 @@ void ScanText(const TransitionTable<Scanner, N>& transitions, Scanner& scanner, 
     if (pRow == nullptr) {
       if (report.IsWanted()) report.Skipped(line, Scanner::Describe(scanner.m_state));
       return;
+    }
+    if (pRow->action != nullptr && report.IsWanted() && line.HasOpenQuote()) {
+      report.Warn(line, "a quote is not closed: it runs to the end of the line");
     }
     const Outcome outcome = pRow->action == nullptr ? Outcome::next : (scanner.*pRow->action)(line);
     if (outcome == Outcome::next && pRow->next.has_value()) scanner.m_state = *pRow->next;

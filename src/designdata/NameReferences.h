@@ -15,7 +15,7 @@ struct TextPlace {
 };
 
 /// What design-data files call each other by.
-enum class NameKind { package, pinAssign, function };
+enum class NameKind { package, pinAssign, function, part };
 
 /// The names that design-data files define and those that they refer to, so that a name that stands nowhere can be
 /// told. Kept only where a host asked for diagnostics.
@@ -31,7 +31,8 @@ class NameReferences {
   void Define(NameKind kind, std::string_view sName, const Place& place);
   /// An empty name refers to nothing: files are written so where there is nothing to refer to.
   void Refer(NameKind kind, std::string_view sName, const Place& place);
-  /// A remark for each reference to a name that is not defined, and for each pin assign that nothing refers to.
+  /// A remark for each reference to a name that is not defined, for each definition of a name that was defined before,
+  /// and for each pin assign that nothing refers to.
   void Report(Diagnostics& diagnostics) const;
 
  private:
@@ -46,7 +47,7 @@ class NameReferences {
   };
   static std::size_t Index(NameKind kind) { return static_cast<std::size_t>(kind); }
 
-  Names m_names[3];
+  Names m_names[4];
 };
 
 }  // namespace laminate

@@ -45,12 +45,12 @@ class PackageScanner {
     return Outcome::next;
   }
   Outcome SetUver(const ScannedLine& line) {
-    if (!m_package) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     m_package->m_nUver = Atoi(line.TrimmedColumn(2));
     return Outcome::next;
   }
   Outcome SetType(const ScannedLine& line) {
-    if (!m_package) return Outcome::noRecord;
+    if (!IsFor(line)) return Outcome::noRecord;
     m_package->m_sType = line.TrimmedColumn(2);
     return Outcome::next;
   }
@@ -95,6 +95,11 @@ class PackageScanner {
   }
 
  private:
+  // Whether there is a package for the line to act on.
+  bool IsFor(const ScannedLine& line) const {
+    if (m_package && !m_package.IsOpen()) m_report.BehindEnd(line);
+    return static_cast<bool>(m_package);
+  }
   void ReportMountForm() {
     // A mount form outlives the package around it; it is told of once.
     if (!m_mountForm.IsOpen() || m_nReportedLine == m_mountForm.Place().line) return;
@@ -115,6 +120,7 @@ using S = PackageScanner::State;
 constexpr auto kPackageLines = MakeTransitions<PackageScanner>({
     // in every block
     {{}, "(Japanese_coding:"},
+    {{}, "//"},
     {{}, "(unit", &P::SetUnit},
     {{}, "(package", &P::OpenPackage, S::oneBlock},
     {{}, "(uver", &P::SetUver},

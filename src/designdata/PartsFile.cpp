@@ -75,6 +75,7 @@ class PartsScanner {
     BeginBlock(line);
     m_pPart = &AppendOwned(Required(m_data.m_pPrfPartArray), std::make_unique<CVRXoutPrfPart>());
     m_pPart->m_sName = line.Column(2);
+    m_report.Defines(NameKind::part, line.Place(), line.Column(2));
     return Outcome::next;
   }
   Outcome OpenPinAssign(const ScannedLine& line) {
@@ -100,6 +101,7 @@ class PartsScanner {
   // ---- a part ----
   Outcome SetFootprintRef(const ScannedLine& line) {
     if (m_pPart == nullptr) return Outcome::noRecord;
+    if (m_state == State::outside || m_state >= State::pinAssign) m_report.BehindEnd(line);
     m_pPart->m_sFootprintRef = line.Column(2);
     return Outcome::next;
   }
@@ -255,6 +257,9 @@ constexpr auto kPartsLines = MakeTransitions<PartsScanner>({
     {{}, "(function", &P::OpenFunction, S::function},
 
     {S::outside, "(Japanese_coding:"},
+    {S::outside, "//"},
+    // the last of a function, whose interface has closed it
+    {S::outside, ")"},
 
     {S::part, "(interface", nullptr, S::partInterface},
     {S::part, "(gateDef", &P::OpenGate, S::gate},
@@ -283,6 +288,7 @@ constexpr auto kPartsLines = MakeTransitions<PartsScanner>({
     {S::pinAssign, ")", nullptr, S::outside},
     {S::pinAssign, "(interface", nullptr, S::pinAssignInterface},
     {S::pinAssign, "(internal", nullptr, S::internal},
+    {S::pinAssign, "(uver"},
     {S::pinAssign, "(property", &P::AddPinAssignProperty},
 
     {S::pinAssignInterface, ")", nullptr, S::pinAssign},
@@ -297,6 +303,8 @@ constexpr auto kPartsLines = MakeTransitions<PartsScanner>({
     {S::function, ")", nullptr, S::outside},
     {S::function, "(port", &P::AddFunctionPort},
     {S::function, "(property", &P::AddFunctionProperty},
+    {S::function, "(uver"},
+    {S::function, "(interface"},
 });
 
 }  // namespace

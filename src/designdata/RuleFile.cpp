@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "designdata/CPC_BD_OutClsGet.h"
+#include "designdata/FileRemarks.h"
 #include "designdata/RecordLookup.h"
 #include "reader/CECadCls.h"
 #include "reader/Grammar.h"
@@ -47,44 +48,50 @@ namespace {
 /// What a walk has around it.
 struct Rules {
   CPC_BD_OutClsGet& data;
-  Diagnostics* diagnostics;
-  CString file;
-  int notes = 0;  // so far
+  FileRemarks remarks;
 };
 using RuleWalk = Walk<Rules>;
 
-// A form of two bytes is enough for a note, which takes far more memory: they end at a number that tells enough.
-void Note(Rules& rules, const CECadClsLvl& node, std::string s) {
-  constexpr int kMostNotes = 1000;
-  if (rules.notes > kMostNotes) return;
-  if (rules.notes++ == kMostNotes) s = "further forms of this file that are skipped are not told";
-  rules.diagnostics->Add(Diagnostic::Severity::note, rules.file, node.m_nLine, 0, CString(std::string_view(s)));
+void Note(Rules& rules, const CECadClsLvl& node, std::string_view s) {
+  rules.remarks.Add(Diagnostic::Severity::note, node.m_nLine, 0, s);
 }
 std::string Quoted(const CECadClsLvl& node) { return '"' + std::string(node.m_sName.View()) + '"'; }
 
 void SkipChild(Rules& rules, const CECadClsLvl& node, const CECadClsLvl& child) {
-  if (rules.diagnostics == nullptr) return;
+  if (!rules.remarks.IsWanted()) return;
   Note(rules, child, Quoted(child) + " means nothing inside " + Quoted(node) + ": it is skipped");
 }
 // All children but those, which may be null.
 void SkipOthers(Rules& rules, const CECadClsLvl& node, const CECadClsLvl* pFirst, const CECadClsLvl* pSecond) {
-  if (rules.diagnostics == nullptr) return;
+  if (!rules.remarks.IsWanted()) return;
   ForEachChild(node, [&](const CECadClsLvl& child) {
     if (&child != pFirst && &child != pSecond) SkipChild(rules, node, child);
   });
 }
+void SkipAll(Rules& rules, const CECadClsLvl& node) { SkipOthers(rules, node, nullptr, nullptr); }
+// A form whose value the next one overwrites.
+void SkipRepeated(Rules& rules, const CECadClsLvl& node, const CECadClsLvl& child) {
+  if (!rules.remarks.IsWanted()) return;
+  Note(rules, child, "only the last form inside " + Quoted(node) + " counts: " + Quoted(child) + " is skipped");
+}
+// The values of a form of which only the first ones are read.
+void SkipValues(Rules& rules, const CECadClsLvl& node, int nRead) {
+  if (!rules.remarks.IsWanted() || node.m_arrValues.GetSize() <= nRead) return;
+  Note(rules, node,
+       '"' + std::string(Token(node, nRead + 1).View()) + "\" means nothing as a value of " + Quoted(node) +
+           ": it is skipped");
+}
 // What stands beside the first "design" is lost.
 void SkipOtherRoots(Rules& rules, const CECadCls& reader, const CECadClsLvl* pDesign) {
-  if (rules.diagnostics == nullptr) return;
+  if (!rules.remarks.IsWanted()) return;
+  if (pDesign == nullptr && reader.m_status.IsOk()) {
+    rules.remarks.Add(Diagnostic::Severity::warning, 0, 0, "there is no \"design\" in the file: nothing is read of it");
+  }
   for (const CECadClsLvl* p : *reader.m_pRootArray) {
     if (p == pDesign) continue;
     Note(rules, *p,
          p->m_sName == "design" ? "only the first \"design\" counts: this one is skipped"
                                 : Quoted(*p) + " means nothing outside \"design\": it is skipped");
-  }
-  if (pDesign == nullptr && reader.m_status.IsOk()) {
-    rules.diagnostics->Add(Diagnostic::Severity::warning, rules.file, 0, 0,
-                           "there is no \"design\" in the file: nothing is read of it");
   }
 }
 
@@ -130,8 +137,11 @@ struct RecordForm {
   }
 };
 template <class Form, class Array>
-void AddEachChild(const CECadClsLvl& node, Array& arr) {
-  ForEachChild(node, [&](const CECadClsLvl& child) { AppendOwned(arr, Form::Make(child)); });
+void AddEachChild(Rules& rules, const CECadClsLvl& node, Array& arr) {
+  ForEachChild(node, [&](const CECadClsLvl& child) {
+    AppendOwned(arr, Form::Make(child));
+    SkipAll(rules, child);
+  });
 }
 
 // ---- properties: the key is the item, the value the comment ----
@@ -247,14 +257,17 @@ constexpr auto kBareBoard = MakeForm<CVRXoutRufStackup, Rules>(  //
 void ReadBareBoard(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufBoardSpec&) {
   Take(kBareBoard, walk, node, Required(walk.context.data.m_pStackup));
 }
-void ReadDefaultGrid(RuleWalk&, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
-  AddEachChild<DefaultGridForm>(node, spec.m_aDefaultGrid);
+void ReadDefaultGrid(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
+  AddEachChild<DefaultGridForm>(walk.context, node, spec.m_aDefaultGrid);
 }
-void ReadDrillingRule(RuleWalk&, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
-  AddEachChild<DrillingRuleForm>(node, spec.m_aDrillingRule);
+void ReadDrillingRule(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
+  AddEachChild<DrillingRuleForm>(walk.context, node, spec.m_aDrillingRule);
 }
-void ReadPatternWidth(RuleWalk&, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
-  AddEachChild<PatternWidthForm>(node, spec.m_aPatternWidth);
+void ReadPatternWidth(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
+  ForEachChild(node, [&](const CECadClsLvl& child) {
+    AppendOwned(spec.m_aPatternWidth, PatternWidthForm::Make(child));
+    SkipOthers(walk.context, child, &RequireFirstChild(child), nullptr);
+  });
 }
 void ReadGridDef(RuleWalk& walk, const CECadClsLvl& node, CVRXoutRufBoardSpec& spec) {
   auto p = GridDefForm::Make(node);
@@ -336,7 +349,7 @@ constexpr auto kQualifiedPadstack = MakeForm<Rule, Rules>(  //
 constexpr auto kLayer = MakeForm<Rule, Rules>(Text<&Rule::m_sFirst>("direction"));
 
 void ReadPadstack(RuleWalk& walk, const CECadClsLvl& section, CPC_BD_OutClsGet& data) {
-  SkipOthers(walk.context, section, nullptr, nullptr);
+  SkipAll(walk.context, section);
   auto p = MakeRule(section);
   Value<1, &Rule::m_sRuleName>::Read(section, *p);
   AppendOwned(Required(data.m_pRufRuleArray), std::move(p));
@@ -416,19 +429,27 @@ void ReadNet(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
 using ElectricalNet = CVRXoutRufRuleElectricalNet;
 using ElectricalNetForm = RecordForm<ElectricalNet, Value<1, &ElectricalNet::m_sName>>;
 
-void AddValuesOfChildren(const CECadClsLvl& node, ElectricalNet& net) {
-  ForEachChild(node, [&](const CECadClsLvl& child) { net.m_aNetNames.Append(child.m_arrValues); });
+void AddValuesOfChildren(Rules& rules, const CECadClsLvl& node, ElectricalNet& net) {
+  ForEachChild(node, [&](const CECadClsLvl& child) {
+    net.m_aNetNames.Append(child.m_arrValues);
+    SkipAll(rules, child);
+  });
 }
-void ReadElectricalNet(RuleWalk&, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
+void ReadElectricalNet(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = ElectricalNetForm::Make(node);
-  AddValuesOfChildren(node, *p);
+  SkipValues(walk.context, node, 1);
+  AddValuesOfChildren(walk.context, node, *p);
   AppendOwned(Required(data.m_pElectricalNetArray), std::move(p));
 }
-void ReadNetList(RuleWalk&, const CECadClsLvl& node, ElectricalNet& net) { AddValuesOfChildren(node, net); }
+void ReadNetList(RuleWalk& walk, const CECadClsLvl& node, ElectricalNet& net) {
+  SkipValues(walk.context, node, 0);
+  AddValuesOfChildren(walk.context, node, net);
+}
 constexpr auto kPair = MakeForm<ElectricalNet, Rules>(Custom<&ReadNetList>("electricalNetList", "m_aNetNames"));
 void ReadPair(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = ElectricalNetForm::Make(node);
   p->m_bPair = 1;
+  SkipValues(walk.context, node, 1);
   Take(kPair, walk, node, *p);
   AppendOwned(Required(data.m_pElectricalNetArray), std::move(p));
 }
@@ -448,11 +469,16 @@ using DesignStackLayer = CVRXoutRufRuleDesignRuleStackEachLayer;
 using DesignStackForm = RecordForm<DesignStack, Value<1, &DesignStack::m_sName>>;
 using DesignStackLayerForm = RecordForm<DesignStackLayer, Value<1, &DesignStackLayer::m_nLayerNo>>;
 
-void ReadDesignRuleStack(RuleWalk&, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
+void ReadDesignRuleStack(RuleWalk& walk, const CECadClsLvl& node, CPC_BD_OutClsGet& data) {
   auto p = DesignStackForm::Make(node);
   ForEachChild(node, [&](const CECadClsLvl& child) {
     auto pLayer = DesignStackLayerForm::Make(child);
-    ForEachChild(child, [&](const CECadClsLvl& rule) { pLayer->m_sRuleName = Token(rule, 1); });
+    const CECadClsLvl* pLast = nullptr;
+    ForEachChild(child, [&](const CECadClsLvl& rule) {
+      if (pLast != nullptr) SkipRepeated(walk.context, child, *pLast);
+      pLast = &rule;
+      pLayer->m_sRuleName = Token(rule, 1);
+    });
     AppendOwned(p->m_aEachLayer, std::move(pLayer));
   });
   AppendOwned(Required(data.m_pDesignRuleStackArray), std::move(p));
@@ -522,7 +548,7 @@ constexpr auto kDesign = MakeForm<CPC_BD_OutClsGet, Rules>(          //
 
 void ReadRuleFile(CPC_BD_OutClsGet& data, const CECadCls& reader, Diagnostics* pDiagnostics) {
   const CECadClsLvl* pDesign = reader.m_pRootArray->pFind("design");
-  Rules rules{data, pDiagnostics, reader.m_sFileName};
+  Rules rules{data, {reader.m_sFileName, pDiagnostics}};
   SkipOtherRoots(rules, reader, pDesign);
   if (pDesign == nullptr) return;
   RuleWalk walk{rules};

@@ -537,7 +537,7 @@ TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
     std::vector<std::string> remarks;
   };
   const Case kCases[] = {
-      {Kind::package, "(Japanese_coding: sjis)\n(unit mm)\n\n(package \"P\"\n)\n", {}},
+      {Kind::package, "// a comment\n(Japanese_coding: sjis)\n(unit mm)\n\n(package \"P\"\n)\n", {}},
       {Kind::package,
        "(uver 1)\n  (footprintRef F)\n(colour red)\n)\n",
        {"file:1:1: warning: there is nothing yet that \"(uver\" could belong to: the line is skipped",
@@ -553,19 +553,38 @@ TEST(DesignDataRemarks, TellLinesThatHaveNoEffect) {
         "file:1:1: warning: package \"P\" is not closed: it is dropped",
         "file:8:1: warning: package \"R\" is not closed: it is dropped"}},
       {Kind::parts,
-       "(footprintRef F)\n(part \"A\"\n(interface\n(bus x)\n(function \"F\"\n(uver 2)\n(interface\n)\n)\n(pinAssign "
+       "(footprintRef F)\n(part \"A\"\n(interface\n(bus x)\n(function \"F\"\n(size 2)\n(shape\n)\nend\n(pinAssign "
        "\"Q\"\n",
        {"file:1:1: warning: there is nothing yet that \"(footprintRef\" could belong to: the line is skipped",
         "file:4:1: note: \"(bus\" means nothing inside a part's interface: the line is skipped",
         "file:2:1: warning: interface of part \"A\" is not closed: what was read of it is kept",
-        "file:6:1: note: \"(uver\" means nothing inside a function: the line is skipped",
-        "file:7:1: note: \"(interface\" means nothing inside a function: the line is skipped",
-        "file:9:1: note: \")\" means nothing outside a block: the line is skipped",
+        "file:6:1: note: \"(size\" means nothing inside a function: the line is skipped",
+        "file:7:1: note: \"(shape\" means nothing inside a function: the line is skipped",
+        "file:9:1: note: \"end\" means nothing outside a block: the line is skipped",
         "file:10:1: warning: pin assign \"Q\" is not closed: what was read of it is kept"}},
       {Kind::parts,
        "(part \"A\"\n(interface\n (property k v)\n)\n)\n",
        {"file:3:2: warning: a property inside an interface is not kept, and takes the next \")\" for its own",
         "file:1:1: warning: part \"A\" is not closed: what was read of it is kept"}},
+      // what a function and a pin assign are written with
+      {Kind::parts,
+       "// a comment\n(function \"F\"\n(uver 1)\n(interface\n(port \"1\" (symbPinId 1) (portType \"IN\" "
+       "))\n)\n)\n(pinAssign "
+       "\"Q\"\n(uver 1)\n)\n",
+       {}},
+      // what changes a record behind its end
+      {Kind::parts,
+       "(part A\n(footprintRef E)\n)\n(footprintRef F)\n(pinAssign Q\n(footprintRef G)\n)\n",
+       {"file:4:1: note: \"(footprintRef\" stands behind the end of what it belongs to",
+        "file:6:1: note: \"(footprintRef\" stands behind the end of what it belongs to"}},
+      {Kind::package,
+       "(package P\n(type A)\n(uver 1)\n)\n(type B)\n(uver 2)\n(package Q\n)\n",
+       {"file:5:1: note: \"(type\" stands behind the end of what it belongs to",
+        "file:6:1: note: \"(uver\" stands behind the end of what it belongs to"}},
+      // a quote that is left open
+      {Kind::parts,
+       "(part \"A\"\n(packageRef \"P)\n)\n",
+       {"file:2:1: warning: a quote is not closed: it runs to the end of the line"}},
       {Kind::components,
        "pin 1 = A B\n$COMP \"C\"\ncolour = red\n$COMP \"D\"\n$COMP_END\n$COMP \"E\"\n",
        {"file:1:1: warning: there is nothing yet that \"pin\" could belong to: the line is skipped",
@@ -621,6 +640,53 @@ TEST(DesignDataRemarks, TellNamesThatAreDefinedNowhere) {
     data.SetDiagnostics(nullptr);
     data.ReportUndefinedNames();
     EXPECT_EQ(diagnostics.list.size(), 5u);
+  }
+}
+
+// The files that are read need not be the same.
+TEST(DesignDataRemarks, TellNamesThatAreDefinedTwice) {
+  CPC_BD_OutClsGet data;
+  laminate::Diagnostics diagnostics;
+  data.SetDiagnostics(&diagnostics);
+  Load(data, Kind::package, "(package P\n)\n(package R\n)\n");
+  Load(data, Kind::package, "\n(package P\n)\n");
+  Load(data, Kind::parts,
+       "(part A\n(pinAssignRef \"Q\")\n)\n(part Q\n)\n(pinAssign Q\n)\n(function Q\n)\n(function\n)\n(function\n)\n");
+  data.ReportUndefinedNames();
+  EXPECT_THAT(Remarks(diagnostics),
+              ElementsAre("file:2:1: warning: package \"P\" is defined before: that one is found by its name"));
+  diagnostics.list.clear();
+  Load(data, Kind::parts, "\n\n(part A\n)\n(pinAssign Q\n)\n(function Q\n)\n(function Q\n)\n");
+  data.ReportUndefinedNames();
+  const auto twice = [](const char* szWhat) {
+    return std::string(szWhat) + " is defined before: that one is found by its name";
+  };
+  EXPECT_THAT(Remarks(diagnostics),
+              ElementsAre(twice("file:2:1: warning: package \"P\""), twice("file:5:1: warning: pin assign \"Q\""),
+                          twice("file:7:1: warning: function \"Q\""), twice("file:9:1: warning: function \"Q\""),
+                          twice("file:3:1: warning: part \"A\"")));
+}
+
+// A remark takes more memory than a line of two bytes.
+TEST(DesignDataRemarks, EndAtANumber) {
+  std::string skipped;
+  std::string open;
+  std::string nothing;
+  for (int i = 0; i < 2000; ++i) {
+    skipped += "x\n";
+    open += "$COMP\n";
+    nothing += "pin\n";
+  }
+  const std::pair<Kind, std::string> kFiles[] = {{Kind::package, skipped},
+                                                 {Kind::parts, skipped},
+                                                 {Kind::components, skipped},
+                                                 {Kind::components, open},
+                                                 {Kind::components, nothing}};
+  for (const auto& [kind, text] : kFiles) {
+    const std::vector<std::string> remarks = RemarksOf(kind, text);
+    ASSERT_EQ(remarks.size(), 1001u);
+    EXPECT_THAT(remarks[999], testing::StartsWith("file:1000:1: "));
+    EXPECT_THAT(remarks[1000], testing::EndsWith(":1: note: what else there is to remark of this file is not told"));
   }
 }
 

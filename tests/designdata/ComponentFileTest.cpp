@@ -232,8 +232,15 @@ TEST(ComponentFile, RemarksOfLinesWithoutAComponent) {
                 testing::ElementsAre("file:1:2: warning: there is nothing yet that \"" + std::string(sz) +
                                      "\" could belong to: the line is skipped"));
   }
-  // A second end is none.
-  EXPECT_THAT(RemarksOf(Kind::components, "$COMP A\n$COMP_END\n$COMP_END\n"), testing::IsEmpty());
+}
+
+TEST(ComponentFile, RemarksOfLinesBehindTheEnd) {
+  for (const char* sz : {"$COMP_END", "componentType", "functionName", "symbolName", "gateCount", "pin"}) {
+    EXPECT_THAT(RemarksOf(Kind::components, "// two\n$COMP A\n" + std::string(sz == "$COMP_END"s ? "pin" : sz) +
+                                                " = 1\n$COMP_END\n " + sz + " = 1\n$COMP B\n$COMP_END\n"),
+                testing::ElementsAre("file:5:2: note: \"" + std::string(sz) +
+                                     "\" stands behind the end of what it belongs to"));
+  }
 }
 
 }  // namespace

@@ -717,7 +717,34 @@ TEST(RuleFile, RemarksOfWhatIsSkippedEndAtANumber) {
   const std::vector<std::string> remarks = RemarksOf(Kind::rules, text + "))\n");
   ASSERT_EQ(remarks.size(), 1001u);
   EXPECT_EQ(remarks[999], "file:1001:0: note: \"\" means nothing inside \"rule\": it is skipped");
-  EXPECT_EQ(remarks[1000], "file:1002:0: note: further forms of this file that are skipped are not told");
+  EXPECT_EQ(remarks[1000], "file:1002:0: note: what else there is to remark of this file is not told");
+}
+
+TEST(RuleFile, RemarksOfValuesThatAreLost) {
+  struct Row {
+    const char* text;
+    std::vector<std::string> remarks;
+  };
+  const Row kRows[] = {
+      {"(boardSpec (defaultGrid (g 1)) (patternWidth (w 1 (n W))) (drillingRule (d 1 2)))\n(rule (enetPair E "
+       "(electricalNetList (x A B))) (electricalNet F (x A B)) (designRuleStack S (l 1 (r D))))",
+       {}},
+      {"(rule (enetPair E (electricalNetList A B)))", {"\"A\" means nothing as a value of \"electricalNetList\""}},
+      {"(rule (enetPair E A (electricalNetList (x B))))", {"\"A\" means nothing as a value of \"enetPair\""}},
+      {"(rule (electricalNet F G H))", {"\"G\" means nothing as a value of \"electricalNet\""}},
+      {"(rule (electricalNet F (x A (y B))))", {"\"y\" means nothing inside \"x\""}},
+      {"(boardSpec (patternWidth (w 1 (n W) (m X))))", {"\"m\" means nothing inside \"w\""}},
+      {"(boardSpec (defaultGrid (g 1 (h 2))))", {"\"h\" means nothing inside \"g\""}},
+      {"(boardSpec (drillingRule (d 1 2 (h 2))))", {"\"h\" means nothing inside \"d\""}},
+  };
+  for (const Row& row : kRows) {
+    std::vector<std::string> expected;
+    for (const std::string& s : row.remarks) expected.push_back("file:2:0: note: " + s + ": it is skipped");
+    EXPECT_EQ(RemarksOf(Kind::rules, "(design d\n" + std::string(row.text) + ")\n"), expected) << row.text;
+  }
+  EXPECT_THAT(RemarksOf(Kind::rules, "(design d (rule (designRuleStack S (l 1\n(a A)\n(b B)\n(c C)\n))))\n"),
+              testing::ElementsAre("file:2:0: note: only the last form inside \"l\" counts: \"a\" is skipped",
+                                   "file:3:0: note: only the last form inside \"l\" counts: \"b\" is skipped"));
 }
 
 TEST(RuleFile, RemarksOfWhatIsSkipped) {
@@ -752,8 +779,8 @@ TEST(RuleFile, RemarksOfWhatIsSkipped) {
           inside(24, "q", "qualifiedPadstack"), inside(26, "l", "layer"), inside(28, "n", "enetPair"),
           inside(30, "t", "l"), inside(33, "a", "assign"), inside(34, "c", "comp")));
   EXPECT_THAT(RemarksOf(Kind::rules, "(Design d)\n"),
-              testing::ElementsAre(skipped(1, "\"Design\" means nothing outside \"design\""),
-                                   "file:0:0: warning: there is no \"design\" in the file: nothing is read of it"));
+              testing::ElementsAre("file:0:0: warning: there is no \"design\" in the file: nothing is read of it",
+                                   skipped(1, "\"Design\" means nothing outside \"design\"")));
   EXPECT_THAT(RemarksOf(Kind::rules, ""),
               testing::ElementsAre("file:0:0: warning: there is no \"design\" in the file: nothing is read of it"));
 }

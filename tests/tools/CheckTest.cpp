@@ -171,8 +171,9 @@ TEST_F(Check, TellsFilesThatCannotBeRead) {
 }
 
 TEST_F(Check, FindsNoFaultInTheExample) {
-  const CommandResult result = run({"check", LAMINATE_EXAMPLE ".pcf", LAMINATE_EXAMPLE ".ftf", LAMINATE_EXAMPLE ".rul",
-                                    LAMINATE_EXAMPLE ".pkf", LAMINATE_EXAMPLE ".cdf", LAMINATE_EXAMPLE ".cmp"});
+  const CommandResult result =
+      run({"check", "--strict", LAMINATE_EXAMPLE ".pcf", LAMINATE_EXAMPLE ".ftf", LAMINATE_EXAMPLE ".rul",
+           LAMINATE_EXAMPLE ".pkf", LAMINATE_EXAMPLE ".cdf", LAMINATE_EXAMPLE ".cmp"});
   EXPECT_EQ(result.status, 0);
   EXPECT_EQ(result.err, "");
   EXPECT_EQ(result.out.find("warning"), std::string::npos) << result.out;
