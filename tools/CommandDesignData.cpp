@@ -65,24 +65,26 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   CPC_BD_OutClsGet data;
   LoadDesignData(console, host, options.files, data);
 
-  // Both outputs are written before either takes its name.
   std::optional<OutputFile> archive;
   if (!options.archive.empty()) {
     archive.emplace(console, options.archive);
     StoreArchive(*archive, data);
   }
+  std::optional<OutputFile> out;
   if (bShow) {
-    OutputFile out(console, options.output);
+    out.emplace(console, options.output);
     if (options.json) {
-      JsonWriter json(out);
+      JsonWriter json(*out);
       WriteDesignData(json, data);
       json.Finish();
     } else {
-      PrintPlain(out, data);
+      PrintPlain(*out, data);
     }
-    out.Commit();
   }
-  if (archive) archive->Commit();
+  FilePlacer placer(console);
+  if (archive) archive->Complete(placer);
+  if (out) out->Complete(placer);
+  placer.Commit();
   return kDone;
 }
 

@@ -75,11 +75,11 @@ class LossReport {
       m_console.Note({sBoard}, sLine);
     }
   }
-  void Commit() {
+  void Complete(FilePlacer& placer) {
     if (!m_json) return;
     m_json->EndArray();
     m_json->Finish();
-    m_file->Commit();
+    m_file->Complete(placer);
   }
 
  private:
@@ -132,8 +132,10 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   }
   Write(console, set, root, options, data);
   const std::vector<LoadStatus> faults = LoadAgain(console, set);
-  report.Commit();
-  set.Commit();
+  FilePlacer placer(console);
+  set.Complete(placer);
+  report.Complete(placer);
+  placer.Commit();
   if (!options.quiet) report.Tell(options.files.pcf);
   for (const LoadStatus& fault : faults) ReportFault(console, fault);
   return faults.empty() ? kDone : kFindings;

@@ -143,10 +143,11 @@ int Run(Console& console, const Settings& settings, const Options& options) {
                                                OneLine(ToUtf8(options.footprint)) + "' has no layer on the board");
     }
   }
-  // The board comes last: when it has changed, all is done.
-  out.Commit();
-  if (picture) picture->Commit();
-  if (saved) saved->Commit();
+  FilePlacer placer(console);
+  out.Complete(placer);
+  if (picture) picture->Complete(placer);
+  if (saved) saved->Complete(placer);
+  placer.Commit();
   return kDone;
 }
 

@@ -3,15 +3,15 @@
 #include <vector>
 
 #include "Console.h"
+#include "FilePlacer.h"
 #include "Interrupt.h"
 #include "base/CString.h"
 
 namespace laminate::cli {
 
 /// A set of files of one stem that appears as a whole or not at all. The library writes it under a private stem in a
-/// folder beside the target; `Commit` renames all files into place and, where one cannot be, puts back those that stood
-/// there before. Existing files keep their mode, links are followed, and what is no regular file is written in place.
-/// Without `Commit` nothing remains. Failures are told and end the command.
+/// folder beside the target, from where the files are put in their places. Until then nothing has changed, and without
+/// it nothing remains. Failures are told and end the command.
 class FileSet {
  public:
   /// The files that an export writes. Refuses standard output, and a set of which one file is also an input.
@@ -33,6 +33,8 @@ class FileSet {
   CString Begin();
   /// The private files that have been written.
   std::vector<std::string> Written() const;
+  /// Hands what was written over, to take its place together with other files.
+  void Complete(FilePlacer& placer) const;
   /// Puts what was written into place.
   void Commit();
   /// The name that a file of the set will have, for one of the private ones.
@@ -41,20 +43,14 @@ class FileSet {
   std::string Path(const char* szEnding) const { return m_sStem + szEnding; }
 
  private:
-  struct Step;
   [[noreturn]] void Fail(const std::string& sName, int nError) const;
-  void Prepare(Step& step);
-  void Undo(const std::vector<Step>& steps);
   void TakeStem();
-  // A fresh name beside a file, which goes with this object.
-  std::string Beside(const std::string& sTarget);
 
   Console& m_console;
   InterruptGuard m_guard;
   std::vector<const char*> m_endings;
   std::string m_sStem;     // without ".pcf"
   std::string m_sPrivate;  // the private folder; empty when there is none
-  std::vector<std::string> m_leftovers;
 };
 
 }  // namespace laminate::cli

@@ -43,17 +43,28 @@ void OutputFile::EndWhenInterrupted() {
   if (InterruptGuard::Pending()) Fail("interrupted");
 }
 
+void OutputFile::CommitStandard() {
+  // A copy of the handle is closed to hear of what the system found out late.
+  const bool bWritten = m_pText->Flush();
+  const int h = bWritten ? dup(STDOUT_FILENO) : -1;
+  if (!bWritten) Fail(CannotWrite(m_pText->Error()));
+  if (h >= 0 && close(h) != 0) Fail(CannotWrite(errno));
+}
+
 void OutputFile::Commit() {
-  if (m_pFile == nullptr) {
-    // A copy of the handle is closed to hear of what the system found out late.
-    const bool bWritten = m_pText->Flush();
-    const int h = bWritten ? dup(STDOUT_FILENO) : -1;
-    if (!bWritten) Fail(CannotWrite(m_pText->Error()));
-    if (h >= 0 && close(h) != 0) Fail(CannotWrite(errno));
-    return;
-  }
+  if (m_pFile == nullptr) return CommitStandard();
   try {
     m_pFile->Commit();
+  } catch (const CFileException& e) {
+    Fail(CannotWrite(e.m_lOsError));
+  }
+}
+
+void OutputFile::Complete(FilePlacer& placer) {
+  if (m_pFile == nullptr) return CommitStandard();
+  try {
+    const std::string& sTemporary = m_pFile->Finish();
+    if (!sTemporary.empty()) placer.Add(sTemporary, m_sName);
   } catch (const CFileException& e) {
     Fail(CannotWrite(e.m_lOsError));
   }

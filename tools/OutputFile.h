@@ -4,6 +4,7 @@
 #include <string_view>
 
 #include "Console.h"
+#include "FilePlacer.h"
 #include "Interrupt.h"
 #include "Paths.h"
 #include "base/TextOut.h"
@@ -25,9 +26,12 @@ class OutputFile {
   void EndWhenInterrupted();
   /// Completes the output: everything is written, on the device, and under its name.
   void Commit();
+  /// The same, but the file is handed over to take its place together with others.
+  void Complete(FilePlacer& placer);
 
  private:
   [[noreturn]] void Fail(std::string_view sReason);
+  void CommitStandard();
 
   Console& m_console;
   std::string m_sName;                   // as messages call it

@@ -25,6 +25,8 @@ class SavedBoard {
   void Prepare(const CBDesigner& root, bool bFresh = false);
   /// Puts the files in their place.
   void Commit() { m_set.Commit(); }
+  /// The same together with other files.
+  void Complete(FilePlacer& placer) const { m_set.Complete(placer); }
 
  private:
   Console& m_console;

@@ -82,19 +82,22 @@ WholeFile::~WholeFile() {
   Discard();
 }
 
-void WholeFile::Commit() {
+const std::string& WholeFile::Finish() {
   FileSystem& fileSystem = TheFileSystem();
   if (!m_pText->Flush()) Fail(m_pText->Error());
-  if (m_sTemporary.empty()) {
-    if (const int n = m_file.Close(); n != 0) Fail(-n);
-    return;
+  if (!m_sTemporary.empty()) {
+    if (m_nMode) {
+      if (const int n = fileSystem.SetMode(m_file.Get(), *m_nMode); n != 0) Fail(-n);
+    }
+    if (const int n = fileSystem.Sync(m_file.Get()); n != 0) Fail(-n);
   }
-  if (m_nMode) {
-    if (const int n = fileSystem.SetMode(m_file.Get(), *m_nMode); n != 0) Fail(-n);
-  }
-  if (const int n = fileSystem.Sync(m_file.Get()); n != 0) Fail(-n);
   if (const int n = m_file.Close(); n != 0) Fail(-n);
-  if (const int n = fileSystem.Rename(m_sTemporary.c_str(), m_sTarget.c_str()); n != 0) Fail(-n);
+  return m_sTemporary;
+}
+
+void WholeFile::Commit() {
+  if (Finish().empty()) return;
+  if (const int n = TheFileSystem().Rename(m_sTemporary.c_str(), m_sTarget.c_str()); n != 0) Fail(-n);
   m_sTemporary.clear();
 }
 

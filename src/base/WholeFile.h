@@ -24,6 +24,9 @@ class WholeFile {
   /// Where the text goes. Writes that fail are told by `Commit`.
   TextOut& Text() { return *m_pText; }
   void Commit();
+  /// All of `Commit` but the renaming, for who renames several files at once; gives the temporary name, which goes with
+  /// this object, or nothing for what was written in place.
+  const std::string& Finish();
 
  private:
   void Open();

@@ -9,6 +9,9 @@ namespace {
 using Strings = std::vector<std::string>;
 using Texts = std::map<std::string, std::string>;
 
+const char kParts[] = "(part \"10k, 1%\"\n(packageRef \"P0402\")\n)\n";
+const char kPackages[] = "(package \"P0402\"\n)\n";
+
 struct Row {
   const char* name;
   Strings arguments;
@@ -22,6 +25,9 @@ struct FailingCalls : CommandTest, testing::WithParamInterface<Row> {
     folder.Write("old.pcf", "old board");
     folder.Write("old.ftf", "old library");
     folder.Write("old.tcf", "old technology");
+    folder.Write("p.cdf", kParts);
+    folder.Write("p.pkf", kPackages);
+    folder.Write("report", "old report");
   }
   Texts All() const {
     Texts texts;
@@ -80,7 +86,14 @@ const Row kRows[] = {
     {"EditBeside", {"edit", "b.pcf", "--ftf", "b.ftf", "--move", "R1=3,4", "-o", "new"}},
     {"FreshOverOthers", {"save", "b.pcf", "--ftf", "b.ftf", "--fresh", "-o", "old"}},
     {"PlaceInto", {"place", "F0402", "--pcf", "b.pcf", "--ftf", "b.ftf", "--reference", "R9", "--into", "old"}},
-    {"Export", {"export", "b.pcf", "--ftf", "b.ftf", "--quiet", "-o", "old"}},
+    {"PlaceWithRecordAndPicture",
+     {"place", "F0402", "--pcf", "b.pcf", "--ftf", "b.ftf", "--reference", "R9", "--into", "b", "-o", "record",
+      "--render", "picture.svg"}},
+    {"Export",
+     {"export", "b.pcf", "--ftf", "b.ftf", "--parts", "p.cdf", "--package", "p.pkf", "--loss-report", "report", "-o",
+      "old"}},
+    {"ShowAndArchive",
+     {"design-data", "--parts", "p.cdf", "--package", "p.pkf", "-o", "report", "--archive-out", "archive"}},
     {"OneOutput", {"dump", "b.pcf", "-o", "old.pcf"}},
 };
 INSTANTIATE_TEST_SUITE_P(Of, FailingCalls, testing::ValuesIn(kRows),
