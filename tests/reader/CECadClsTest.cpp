@@ -3,7 +3,11 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <ctime>
+#include <functional>
+#include <limits>
 #include <utility>
 
 #include "base/CException.h"
@@ -540,6 +544,43 @@ TEST_F(Reader, AStringOfVeryManyEscapedQuotes) {
     values += (i == 0 ? "s" : ",s") + std::to_string(i) + "\\\"x";
   }
   EXPECT_EQ(File("(a" + strings + ")"), "{a[" + values + "]}");
+}
+
+TEST_F(Reader, CostGrowsWithTheTextAndNoFaster) {
+  const auto repeated = [](std::string_view s, int n) {
+    std::string text;
+    for (int i = 0; i < n; ++i) text += s;
+    return text;
+  };
+  struct Text {
+    const char* what;
+    int n;
+    std::function<std::string(int)> make;
+  };
+  const Text texts[] = {
+      {"a string of escaped quotes", 60000, [&](int n) { return "(a \"" + repeated("\\\"", n) + "x\")"; }},
+      {"strings of an escaped quote", 20000, [&](int n) { return "(a" + repeated(" \"s\\\"x\"", n) + ")"; }},
+      {"lines of one form", 1000000, [&](int n) { return "(a\n" + repeated("1\n", n) + ")"; }},
+      {"forms of one form", 200000, [&](int n) { return "(a\n" + repeated("(b)", n) + ")"; }},
+      {"lines of a string", 300000, [&](int n) { return "(a \"" + repeated("x\n", n) + "\")"; }},
+  };
+  for (const Text& text : texts) {
+    // Of the processor, and the best of some: what else runs on the machine counts less.
+    const auto cost = [&](int n) {
+      m_parser.Files().files["text"] = text.make(n);
+      std::clock_t best = std::numeric_limits<std::clock_t>::max();
+      for (int i = 0; i < 5; ++i) {
+        const std::clock_t start = std::clock();
+        CECadCls reader;
+        reader.m_sFileName = "text";
+        EXPECT_EQ(reader.nParseFile(0), 0);
+        reader.m_pRootArray->DeleteAll();
+        best = std::min(best, std::clock() - start);
+      }
+      return static_cast<double>(best);
+    };
+    EXPECT_LT(cost(4 * text.n), 9 * cost(text.n)) << text.what;
+  }
 }
 
 // ---- how a parse ended ----
