@@ -24,7 +24,7 @@ endfunction()
 laminate_require_filled(LAMINATE_DESIGNS "*.pcf")
 laminate_require_filled(LAMINATE_EXPECTED "*")
 
-# The locales that tests set: one with a decimal comma, one in Shift-JIS. They are made in the build tree, so that no
+# The locales that tests set: with a decimal comma, in Shift-JIS, and with another small letter to "I". They are made in the build tree, so that no
 # test depends on what is installed.
 set(locales ${CMAKE_BINARY_DIR}/locales)
 find_program(LAMINATE_LOCALEDEF localedef REQUIRED)
@@ -37,7 +37,12 @@ add_custom_command(OUTPUT ${locales}/ja_JP.SJIS/LC_CTYPE
   # The charset swaps two ASCII characters for others, which localedef warns of.
   COMMAND ${LAMINATE_LOCALEDEF} --no-archive --no-warnings=ascii -c -i ja_JP -f SHIFT_JIS ${locales}/ja_JP.SJIS VERBATIM
   COMMENT "Making the locale ja_JP.SJIS")
-add_custom_target(laminate_locales ALL DEPENDS ${locales}/de_DE.UTF-8/LC_NUMERIC ${locales}/ja_JP.SJIS/LC_CTYPE)
+add_custom_command(OUTPUT ${locales}/tr_TR.UTF-8/LC_CTYPE
+  COMMAND ${CMAKE_COMMAND} -E make_directory ${locales}
+  COMMAND ${LAMINATE_LOCALEDEF} --no-archive -i tr_TR -f UTF-8 ${locales}/tr_TR.UTF-8 VERBATIM
+  COMMENT "Making the locale tr_TR.UTF-8")
+add_custom_target(laminate_locales ALL
+  DEPENDS ${locales}/de_DE.UTF-8/LC_NUMERIC ${locales}/ja_JP.SJIS/LC_CTYPE ${locales}/tr_TR.UTF-8/LC_CTYPE)
 
 set(LAMINATE_TEST_ENVIRONMENT LOCPATH=${locales})
 foreach(variable LAMINATE_DESIGNS LAMINATE_EXPECTED)

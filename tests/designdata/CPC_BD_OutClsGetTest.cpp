@@ -473,34 +473,55 @@ TEST(DesignDataFacade, NothingGoesByTheLocale) {
     return s;
   };
   const std::string expected = outcome();
-  for (const char* sz : {"de_DE.UTF-8", "ja_JP.SJIS"}) {
+  for (const char* sz : {"de_DE.UTF-8", "ja_JP.SJIS", "tr_TR.UTF-8"}) {
     const laminate::test::LocaleScope locale(sz);
     ASSERT_TRUE(locale.IsSet()) << sz;
     EXPECT_EQ(Hex(outcome()), Hex(expected)) << sz;
   }
 }
 
-// What costs more than its length takes minutes here.
+// Records that are looked for among all others make eight times the length take 64 times as long.
 TEST(DesignDataFacade, LoadsTakeTimeByTheirLength) {
-  const auto repeated = [](const std::string& s, int n) {
-    std::string sAll;
-    for (int i = 0; i < n; ++i) sAll += s;
-    return sAll;
+  struct File {
+    Kind kind;
+    std::string_view before;
+    std::string repeated;
+    std::string_view behind;
   };
-  const std::pair<Kind, std::string> kFiles[] = {
-      {Kind::package, repeated("(package A\n" + repeated("(mountForm m\n(spec s)\n)\n", 10) + ")\n", 5000)},
-      {Kind::package, "(package A\n" + repeated("(mountForm m\n)\n", 50000) + ")\n"},
-      {Kind::package, repeated("(mountForm m\n", 100000)},
-      {Kind::parts, "(part A\n(gateDef " + repeated("a ", 250000) + "\n" + repeated("x y z\n", 100000)},
-      {Kind::parts, repeated("(part A\n(interface\n", 25000)},
-      {Kind::components, "$COMP A\n" + repeated("symbolName = " + std::string(90, 's') + "\n", 25000) + "$COMP_END\n"},
-      {Kind::components, "$COMP A\npin 1 = IN " + repeated(",", 250000) + "\n$COMP_END\n"},
-      {Kind::rules, "(design d (rule " + repeated("(net N (pinList (funcTerm A 1)))\n", 12500) + "))"},
+  const File kFiles[] = {
+      {Kind::package, "", "(package A\n(mountForm m\n(spec s)\n)\n)\n", ""},
+      {Kind::package, "(package A\n", "(mountForm m\n)\n", ")\n"},
+      {Kind::package, "", "(mountForm m\n", ""},
+      {Kind::parts, "(part A\n(gateDef ", "a ", "\n"},
+      {Kind::parts, "(part A\n(gateDef a G\n", "x y z\n", ""},
+      {Kind::parts, "", "(part A\n(interface\n", ""},
+      {Kind::components, "", "$COMP A\n$COMP_END\n", ""},
+      {Kind::components, "$COMP A\n", "symbolName = s\n", "$COMP_END\n"},
+      {Kind::components, "$COMP A\npin 1 = IN ", ",", "\n$COMP_END\n"},
+      {Kind::rules, "(design d (rule ", "(net N (pinList (funcTerm A 1)))\n", "))"},
   };
-  for (const auto& [kind, text] : kFiles) {
-    const std::clock_t nStart = std::clock();
-    RemarksOf(kind, text);
-    EXPECT_LT(static_cast<double>(std::clock() - nStart) / CLOCKS_PER_SEC, 10.0) << text.substr(0, 40);
+  // The least of several runs is what other work on the machine disturbs least.
+  const auto seconds = [](const File& file, int nTimes) {
+    std::string sText(file.before);
+    for (int i = 0; i < nTimes; ++i) sText += file.repeated;
+    sText += file.behind;
+    double dLeast = 0;
+    for (int i = 0; i < 5; ++i) {
+      CPC_BD_OutClsGet data;
+      laminate::Diagnostics diagnostics;
+      data.SetDiagnostics(&diagnostics);
+      const std::clock_t nStart = std::clock();
+      Load(data, file.kind, sText);
+      data.ReportUndefinedNames();
+      const double d = static_cast<double>(std::clock() - nStart) / CLOCKS_PER_SEC;
+      dLeast = i == 0 ? d : std::min(dLeast, d);
+    }
+    return dLeast;
+  };
+  constexpr int kTimes = 25000;
+  constexpr double kNoise = 0.005;
+  for (const File& file : kFiles) {
+    EXPECT_LT(seconds(file, 8 * kTimes), 8 * 2.5 * (seconds(file, kTimes) + kNoise)) << file.before << file.repeated;
   }
 }
 

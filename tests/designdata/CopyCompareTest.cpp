@@ -486,6 +486,45 @@ TEST(RecordCopy, NullPointersRaise) {
   CheckNullPointers<CVRXoutRufNet>("net");
 }
 
+TEST(RecordCopy, NullPointersOfAFacadeRaise) {
+  using D = CPC_BD_OutClsGet;
+  int nField = 0;
+  D::Fields().ForEach([&](auto field) {
+    ++nField;
+    if constexpr (std::is_pointer_v<std::remove_reference_t<decltype(std::declval<D&>().*field.member)>>) {
+      SCOPED_TRACE(nField);
+      D holed;
+      D whole;
+      delete std::exchange(holed.*field.member, nullptr);
+      const std::string image = Image(whole);
+      EXPECT_THROW(Image(holed), CInvalidArgException);
+      EXPECT_THROW(LoadImage(holed, image), CInvalidArgException);
+      EXPECT_THROW(D copy(holed), CInvalidArgException);
+      EXPECT_THROW(whole = holed, CInvalidArgException);
+      EXPECT_THROW(holed = whole, CInvalidArgException);
+      // Facades of two stack-ups or two board specs differ, whatever else they hold.
+      CVRXoutRufStackup* const pStackup = std::exchange(whole.m_pStackup, holed.m_pStackup);
+      CVRXoutRufBoardSpec* const pBoardSpec = std::exchange(whole.m_pBoardSpec, holed.m_pBoardSpec);
+      EXPECT_THROW(static_cast<void>(holed == whole), CInvalidArgException);
+      EXPECT_THROW(static_cast<void>(whole == holed), CInvalidArgException);
+      whole.m_pStackup = pStackup;
+      whole.m_pBoardSpec = pBoardSpec;
+    }
+  });
+}
+
+// Its layers are read by archives alone.
+TEST(RecordCopy, ANullLayerArrayOfAStackupRaisesInArchives) {
+  CVRXoutRufStackup holed;
+  CVRXoutRufStackup whole;
+  delete std::exchange(holed.m_pLayerArray, nullptr);
+  EXPECT_THROW(Image(holed), CInvalidArgException);
+  EXPECT_THROW(LoadImage(holed, Image(whole)), CInvalidArgException);
+  EXPECT_EQ(holed == whole, 0);
+  EXPECT_EQ(whole == holed, 0);
+  EXPECT_NE(CVRXoutRufStackup(holed).m_pLayerArray, nullptr);
+}
+
 // Ports and gates of a part have no form of their own.
 template <class T>
 concept HasForm = requires(T& t, CArchive& ar) {

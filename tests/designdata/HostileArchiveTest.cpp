@@ -257,17 +257,39 @@ TEST(RecordArrays, TakeTimeByTheirSize) {
 // The exception names the archive's file.
 TEST_F(HostileArchive, ACutImageNamesItsFile) {
   const laminate::test::TestFolder folder;
-  const std::string path = folder.Write("cut.bin", m_sImage.substr(0, m_sImage.size() - 1));
-  CFile file(path.c_str(), CFile::modeRead | CFile::typeBinary);
-  CArchive ar(&file, CArchive::load);
-  CPC_BD_OutClsGet loaded;
-  try {
-    loaded.Serialize(ar);
-    ADD_FAILURE();
-  } catch (const CArchiveException& e) {
-    EXPECT_EQ(e.m_cause, kEndOfFile);
-    EXPECT_EQ(e.m_strFileName, path.c_str());
+  const auto check = [&](const std::string& image, auto load) {
+    const std::string path = folder.Write("cut.bin", image);
+    CFile file(path.c_str(), CFile::modeRead | CFile::typeBinary);
+    CArchive ar(&file, CArchive::load);
+    try {
+      load(ar);
+      ADD_FAILURE() << image.size();
+    } catch (const CArchiveException& e) {
+      EXPECT_EQ(e.m_cause, kEndOfFile);
+      EXPECT_EQ(e.m_strFileName, path.c_str());
+    }
+  };
+  const auto serialize = [&check](const std::string& image, auto loaded) {
+    check(image, [&loaded](CArchive& ar) { loaded.Serialize(ar); });
+  };
+  for (std::size_t n = 0; n < m_sImage.size(); n += 13) serialize(m_sImage.substr(0, n), CPC_BD_OutClsGet());
+  serialize(m_sImage.substr(0, m_sImage.size() - 1), CPC_BD_OutClsGet());
+  check("123", [](CArchive& ar) {
+    int n = 0;
+    ar >> n;
+  });
+  // A text without its length's end, and without its own.
+  for (const char* sz : {"", "\xFF\1", "\5four"}) {
+    check(sz, [](CArchive& ar) {
+      CString s;
+      ar >> s;
+    });
   }
+  // A list without its count, and without its second text.
+  for (const std::string& image : {Bytes().Raw("\2").Str(), Bytes().Int16(2).Text("one").Str()}) {
+    serialize(image, CStringArray());
+  }
+  serialize(Bytes().Array(1).Str(), CVRXoutPackageArray());
 }
 
 // ---- raw pointers ----
