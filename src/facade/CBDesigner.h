@@ -152,7 +152,7 @@ class CBDesigner : public laminate::Pooled {
   ///
   /// Writing changes the database in small ways that the writers' classes tell, such as "%" becoming "%%" in net names:
   /// a second call writes those changes once more, also when the first one failed. The records of the arrays change as
-  /// lastingly: "%" is doubled in a gate's references, in the port names of the first part of each pin assign, whose
+  /// lastingly: "%" is doubled in the port names of the first part of each pin assign, whose
   /// empty port types become "INOUT", and in the port numbers of function instances; of a part's properties with equal
   /// key and value only the last stays. The port names are doubled once for each pin assign of that name, so that n of
   /// them make 2^n of a "%". A pin assign without a part is written without ports.
