@@ -122,7 +122,7 @@ void PrintJson(JsonWriter& json, const std::vector<CheckedFile>& files) {
 
 int Run(Console& console, const Settings& settings, const Options& options) {
   RefuseOutputOverInputs(console, options.output, options.files);
-  Host host(console, settings, options.files);
+  Host host(console, settings, options.files, {options.output});
   const std::vector<CheckedFile> files = CheckAll(host, options.files);
   OutputFile out(console, options.output);
   if (options.json) {

@@ -98,7 +98,7 @@ void PrintTable(OutputFile& out, const CBDcomponentArray& components) {
 
 int Run(Console& console, const Settings& settings, const Options& options) {
   RefuseOutputOverInputs(console, options.output, options.files.List());
-  Host host(console, settings, options.files.List());
+  Host host(console, settings, options.files.List(), {options.output});
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   const CBDcomponentArray& components = *pFacade->pGetBDesigner()->m_pBoardContainer->m_pComponentArray;
   OutputFile out(console, options.output);

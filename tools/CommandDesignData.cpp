@@ -61,7 +61,7 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   if (bShow && !options.archive.empty() && IsSameOutput(options.output, options.archive)) {
     console.Fail({options.archive}, "the archive and what is shown cannot both go there", kUsage);
   }
-  Host host(console, settings, inputs);
+  Host host(console, settings, inputs, {options.output, options.archive});
   CPC_BD_OutClsGet data;
   LoadDesignData(console, host, options.files, data);
 

@@ -17,7 +17,7 @@ struct Options {
 
 int Run(Console& console, const Settings& settings, const Options& options) {
   RefuseOutputOverInputs(console, options.output, options.files.List());
-  Host host(console, settings, options.files.List());
+  Host host(console, settings, options.files.List(), {options.output});
   bool bGood = false;
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = LoadBoard(console, host, options.files, bGood);
   if (!bGood && !options.partial) return kFailed;

@@ -118,7 +118,8 @@ int Run(Console& console, const Settings& settings, const Options& options) {
     RefuseOutputOverInputs(console, options.lossReport, inputs);
     set.RefuseSameFile(options.lossReport);
   }
-  Host host(console, settings, inputs);
+  set.RefuseSameFile(settings.log);
+  Host host(console, settings, inputs, {options.lossReport});
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   CPC_BD_OutClsGet data;
   LoadDesignData(console, host, options.data, data);

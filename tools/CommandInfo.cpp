@@ -207,7 +207,7 @@ void PrintJson(JsonWriter& json, const Summary& summary) {
 
 int Run(Console& console, const Settings& settings, const Options& options) {
   RefuseOutputOverInputs(console, options.output, options.files.List());
-  Host host(console, settings, options.files.List());
+  Host host(console, settings, options.files.List(), {options.output});
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   const Summary summary = Summarize(*pFacade->pGetBDesigner());
   OutputFile out(console, options.output);

@@ -45,7 +45,7 @@ void PrintPlain(OutputFile& out, const CBDnetArray& nets) {
 
 int Run(Console& console, const Settings& settings, const Options& options) {
   RefuseOutputOverInputs(console, options.output, options.files.List());
-  Host host(console, settings, options.files.List());
+  Host host(console, settings, options.files.List(), {options.output});
   const std::unique_ptr<CBDnetArray> pNets = LoadNets(console, host, options.files);
   OutputFile out(console, options.output);
   if (options.json) {

@@ -106,6 +106,7 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   std::optional<SavedBoard> saved;
   if (!options.stem.empty()) {
     saved.emplace(console, options.stem, options.files);
+    saved->RefuseSameFile(settings.log);
     saved->RefuseSameFile(options.picture);
     if (!options.output.empty()) saved->RefuseSameFile(options.output);
   }
@@ -114,7 +115,7 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   if (!options.picture.empty() && !options.output.empty() && SameFile(options.picture, options.output)) {
     console.Fail({options.picture}, "the picture and the component cannot go into one file", kUsage);
   }
-  Host host(console, settings, options.files.List());
+  Host host(console, settings, options.files.List(), {options.output, options.picture});
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   const CBDesigner& root = *pFacade->pGetBDesigner();
   if (saved) RefuseSecondOfName(console, options, root);

@@ -64,7 +64,7 @@ const CBDcomponent& RequireComponent(Console& console, const Options& options, c
 int Run(Console& console, const Settings& settings, Options options) {
   RefuseOutputOverInputs(console, options.output, options.files.List());
   if (const auto format = FormatOf(options.output)) options.picture.format = *format;
-  Host host(console, settings, options.files.List());
+  Host host(console, settings, options.files.List(), {options.output});
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   const CBDesigner& root = *pFacade->pGetBDesigner();
 

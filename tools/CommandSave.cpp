@@ -18,7 +18,8 @@ struct Options {
 int Run(Console& console, const Settings& settings, const Options& options) {
   SavedBoard saved(console, options.stem, options.files);
   saved.allowedLosses = options.allowedLosses;
-  Host host(console, settings, options.files.List());
+  saved.RefuseSameFile(settings.log);
+  Host host(console, settings, options.files.List(), {});
   const std::unique_ptr<CPC_BD_Cls_Get> pFacade = RequireBoard(console, host, options.files);
   saved.Prepare(*pFacade->pGetBDesigner(), options.fresh);
   saved.Commit();

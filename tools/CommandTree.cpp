@@ -55,7 +55,7 @@ void PrintJson(JsonWriter& json, const CECadClsLvlArray& nodes) {
 
 int Run(Console& console, const Settings& settings, const Options& options) {
   RefuseOutputOverInputs(console, options.output, {options.file});
-  Host host(console, settings, {options.file});
+  Host host(console, settings, {options.file}, {options.output});
   CECadCls reader;
   reader.m_sFileName = CString(std::string_view(options.file));
   const bool bBalanced = reader.nParseFile(0) == 0;

@@ -87,7 +87,7 @@ class Search {
 int Run(Console& console, const Settings& settings, const Options& options) {
   std::vector<std::string> files{options.files.pcf};
   if (!options.files.ftf.empty()) files.push_back(options.files.ftf);
-  Host host(console, settings, files);
+  Host host(console, settings, files, {});
   std::vector<std::unique_ptr<CECadCls>> readers;
   for (const std::string& sFile : files) {
     readers.push_back(std::make_unique<CECadCls>());

@@ -11,7 +11,8 @@
 
 namespace laminate::cli {
 
-Host::Host(Console& console, const Settings& settings, const std::vector<std::string>& inputs)
+Host::Host(Console& console, const Settings& settings, const std::vector<std::string>& inputs,
+           const std::vector<std::string>& outputs)
     : m_console(console),
       m_boxes(console),
       m_scope(m_boxes),
@@ -28,6 +29,7 @@ Host::Host(Console& console, const Settings& settings, const std::vector<std::st
   }
   if (m_sLog.empty()) return;
   RefuseOutputOverInputs(console, m_sLog, inputs);
+  RefuseOutputOverOutputs(console, m_sLog, outputs);
   m_pLog = std::fopen(m_sLog.c_str(), "we");
   if (m_pLog == nullptr) console.Fail({m_sLog}, std::string("cannot write: ") + std::strerror(errno));
 }

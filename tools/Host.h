@@ -21,8 +21,10 @@ struct Settings {
 /// controls, its working folder.
 class Host {
  public:
-  /// `inputs` are the files that the command reads: the log must not be one of them.
-  Host(Console& console, const Settings& settings, const std::vector<std::string>& inputs);
+  /// `inputs` are the files that the command reads, `outputs` those that it writes: the log must not be one of them.
+  /// Sets of files are asked by their own `RefuseSameFile` before.
+  Host(Console& console, const Settings& settings, const std::vector<std::string>& inputs,
+       const std::vector<std::string>& outputs);
   ~Host();
   Host(const Host&) = delete;
   Host& operator=(const Host&) = delete;

@@ -46,16 +46,27 @@ bool SameFile(const std::string& sA, const std::string& sB) {
   return a.st_dev == b.st_dev && a.st_ino == b.st_ino && NameOf(sRealA) == NameOf(sRealB);
 }
 
-void RefuseOutputOverInputs(Console& console, const std::string& sOutput, const std::vector<std::string>& inputs) {
+namespace {
+
+void Refuse(Console& console, const std::string& sOutput, const std::vector<std::string>& others,
+            std::string_view sReason) {
   if (sOutput.empty() || sOutput == "-") return;
   struct stat st {};
   // A device that serves as both, such as a terminal, loses nothing.
   if (stat(sOutput.c_str(), &st) == 0 && !S_ISREG(st.st_mode)) return;
-  for (const std::string& sInput : inputs) {
-    if (!sInput.empty() && SameFile(sOutput, sInput)) {
-      console.Fail({sOutput}, "the output is also an input", kUsage);
-    }
+  for (const std::string& sOther : others) {
+    if (!sOther.empty() && sOther != "-" && SameFile(sOutput, sOther)) console.Fail({sOutput}, sReason, kUsage);
   }
+}
+
+}  // namespace
+
+void RefuseOutputOverInputs(Console& console, const std::string& sOutput, const std::vector<std::string>& inputs) {
+  Refuse(console, sOutput, inputs, "the output is also an input");
+}
+
+void RefuseOutputOverOutputs(Console& console, const std::string& sOutput, const std::vector<std::string>& outputs) {
+  Refuse(console, sOutput, outputs, "two outputs have the same name");
 }
 
 }  // namespace laminate::cli

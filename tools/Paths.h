@@ -18,5 +18,7 @@ bool SameFile(const std::string& sA, const std::string& sB);
 
 /// Refuses, as wrong usage, an output that is also an input. "-" and what is no regular file are let pass.
 void RefuseOutputOverInputs(Console& console, const std::string& sOutput, const std::vector<std::string>& inputs);
+/// The same for an output that is also another one.
+void RefuseOutputOverOutputs(Console& console, const std::string& sOutput, const std::vector<std::string>& outputs);
 
 }  // namespace laminate::cli

@@ -198,6 +198,48 @@ TEST_F(CommandLine, ALogThatCannotBeWrittenOrIsAnInputIsRefused) {
   EXPECT_NE(result.out, "");
 }
 
+TEST_F(CommandLine, ALogThatIsAlsoAnotherOutputIsRefused) {
+  folder.Write("b.pcf", kBoard);
+  folder.Write("l.ftf", kLibrary);
+  folder.Write("p.cdf", "(part \"P\"\n(packageRef \"PACK\")\n)\n");
+  folder.Write("old", "old");
+  folder.Write("set.pcf", "old");
+  const std::vector<std::string> before = folder.Names();
+  const std::vector<std::pair<std::vector<std::string>, std::string>> rows = {
+      {{"info", "b.pcf", "-o", "./old"}, "old"},
+      {{"nets", "b.pcf", "-o", "old"}, "./old"},
+      {{"nets", "b.pcf", "-o", "new"}, "./new"},
+      {{"components", "b.pcf", "-o", "old"}, "old"},
+      {{"tree", "b.pcf", "-o", "old"}, "old"},
+      {{"check", "b.pcf", "-o", "old"}, "old"},
+      {{"dump", "b.pcf", "-o", "old"}, "old"},
+      {{"render", "b.pcf", "-o", "new.svg"}, "new.svg"},
+      {{"design-data", "--parts", "p.cdf", "-o", "old"}, "old"},
+      {{"design-data", "--parts", "p.cdf", "--archive-out", "old"}, "old"},
+      {{"save", "b.pcf", "-o", "set"}, "set.pcf"},
+      {{"edit", "b.pcf", "--remove", "R1", "-o", "set"}, "./set.pcf"},
+      {{"export", "b.pcf", "-o", "set"}, "set.pcf"},
+      {{"export", "b.pcf", "-o", "set"}, "set.tcf"},
+      {{"export", "b.pcf", "-o", "set", "--loss-report", "old"}, "old"},
+      {{"place", "F0402", "--pcf", "b.pcf", "--ftf", "l.ftf", "-o", "old"}, "old"},
+      {{"place", "F0402", "--pcf", "b.pcf", "--ftf", "l.ftf", "--render", "new.svg"}, "new.svg"},
+      {{"place", "F0402", "--pcf", "b.pcf", "--ftf", "l.ftf", "--into", "set"}, "set.pcf"},
+  };
+  for (auto [arguments, sLog] : rows) {
+    arguments.insert(arguments.end(), {"--log", sLog});
+    const CommandResult result = run(arguments);
+    EXPECT_EQ(result.status, 2) << arguments.front() << result.err;
+    EXPECT_EQ(result.err, sLog + ": error: two outputs have the same name\n") << arguments.front();
+    EXPECT_EQ(folder.Read("old"), "old") << arguments.front();
+    EXPECT_EQ(folder.Read("set.pcf"), "old") << arguments.front();
+    EXPECT_EQ(folder.Names(), before) << arguments.front();
+  }
+  // Standard output and a device lose nothing.
+  EXPECT_EQ(run({"nets", "b.pcf", "-o", "/dev/null", "--log", "/dev/null"}).status, 0);
+  EXPECT_EQ(run({"nets", "b.pcf", "-o", "-", "--log", "log.txt"}).status, 0);
+  EXPECT_NE(folder.Read("log.txt"), "");
+}
+
 TEST_F(CommandLine, TheWorkingFolderCanBeChosenAndIsKept) {
   folder.Write("bad.pcf", "(pcf\n(boardContainer\n");
   EXPECT_EQ(run({"nets", "bad.pcf", "--work-dir", "pieces"}).status, 1);
