@@ -1,8 +1,12 @@
+#include <sys/stat.h>
+
 #include <cstring>
 #include <map>
 #include <memory>
 #include <optional>
 #include <tuple>
+#include <utility>
+#include <vector>
 
 #include "Command.h"
 #include "DesignData.h"
@@ -110,6 +114,19 @@ std::vector<LoadStatus> LoadAgain(Console& console, const FileSet& set) {
   return faults;
 }
 
+// What to say of the old files that make way for empty ones, because the design was loaded without such a file.
+std::vector<std::pair<std::string, const char*>> Emptied(const FileSet& set, const Options& options) {
+  std::vector<std::pair<std::string, const char*>> notes;
+  const auto add = [&](const char* szEnding, const std::string& sLoaded, const char* szNote) {
+    struct stat st {};
+    const std::string sFile = set.Path(szEnding);
+    if (sLoaded.empty() && stat(sFile.c_str(), &st) == 0 && S_ISREG(st.st_mode)) notes.emplace_back(sFile, szNote);
+  };
+  add(".cdf", options.data.parts, "replaced by one without parts: none were loaded (--parts)");
+  add(".ftf", options.files.ftf, "replaced by one without footprints: none were loaded (--ftf)");
+  return notes;
+}
+
 int Run(Console& console, const Settings& settings, const Options& options) {
   std::vector<std::string> inputs = options.files.List();
   for (const std::string& sFile : options.data.List()) inputs.push_back(sFile);
@@ -132,12 +149,16 @@ int Run(Console& console, const Settings& settings, const Options& options) {
     FindExportLosses(root, records, [&report](const ExportLoss& loss) { report.Add(loss); });
   }
   Write(console, set, root, options, data);
+  const auto emptied = Emptied(set, options);
   const std::vector<LoadStatus> faults = LoadAgain(console, set);
   FilePlacer placer(console);
   set.Complete(placer);
   report.Complete(placer);
   placer.Commit();
-  if (!options.quiet) report.Tell(options.files.pcf);
+  if (!options.quiet) {
+    report.Tell(options.files.pcf);
+    for (const auto& [sFile, szNote] : emptied) console.Note({sFile}, szNote);
+  }
   for (const LoadStatus& fault : faults) ReportFault(console, fault);
   return faults.empty() ? kDone : kFindings;
 }
@@ -149,14 +170,16 @@ Command DeclareExport(CLI::App& parent) {
   CLI::App* pApp = parent.add_subcommand(
       "export",
       "Writes a design as a set of files: STEM.pcf, .ftf, .tcf, .cdf and, with a package file, .pkf. Says what "
-      "of the design they do not hold, and loads them again: status 3 when one of them does not load.");
+      "of the design they do not hold, and loads them again: status 3 when one of them does not load, with the first "
+      "fault of each. Without --ftf or --parts, an old STEM.ftf or STEM.cdf is replaced by one without footprints or "
+      "parts, with a note.");
   AddBoardOptions(*pApp, pOptions->files);
   pApp->add_option("--package", pOptions->data.package, "Package file, whose records go to STEM.pkf")
       ->type_name("FILE");
   pApp->add_option("--parts", pOptions->data.parts, "Parts file, whose records go to STEM.cdf")->type_name("FILE");
   pApp->add_option("--loss-report", pOptions->lossReport, "File that takes the full list of losses as JSON")
       ->type_name("FILE");
-  pApp->add_flag("--quiet", pOptions->quiet, "Do not tell the losses");
+  pApp->add_flag("--quiet", pOptions->quiet, "Tell neither losses nor files that lose their contents");
   pApp->add_option("-o,--output", pOptions->stem, "Stem of the files to write")->required()->type_name("STEM");
   pApp->footer(Example("laminate export board.pcf --ftf footprints.ftf -o out/board"));
   return {pApp, [pOptions](Console& console, const Settings& settings) { return Run(console, settings, *pOptions); }};

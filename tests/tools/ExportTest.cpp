@@ -187,6 +187,33 @@ TEST_F(Export, TellsWhatTheFilesDoNotHold) {
   EXPECT_EQ(quiet.err.find("note:"), std::string::npos) << quiet.err;
 }
 
+// The set always has a library and parts, also those of a design that was loaded without them.
+TEST_F(Export, SaysWhichFilesItEmpties) {
+  const std::string kNoLibrary = "set.ftf: note: replaced by one without footprints: none were loaded (--ftf)\n";
+  const std::string kNoParts = "set.cdf: note: replaced by one without parts: none were loaded (--parts)\n";
+  folder.Write("p.cdf", "(part \"P\"\n(packageRef \"PACK\")\n)\n");
+  const auto told = [this](const Strings& options) {
+    Strings arguments{"export", "b.pcf", "-o", "set"};
+    arguments.insert(arguments.end(), options.begin(), options.end());
+    const CommandResult result = run(arguments);
+    EXPECT_EQ(result.status, 0) << result.err;
+    const std::size_t n = result.err.find("set.");
+    return n == std::string::npos ? std::string() : result.err.substr(n);
+  };
+  EXPECT_EQ(told({}), "") << "nothing was there";
+  EXPECT_EQ(told({}), kNoParts + kNoLibrary);
+  EXPECT_EQ(told({"--ftf", "l.ftf"}), kNoParts);
+  EXPECT_EQ(told({"--parts", "p.cdf"}), kNoLibrary);
+  EXPECT_EQ(told({"--ftf", "l.ftf", "--parts", "p.cdf"}), "");
+  EXPECT_EQ(told({"--quiet"}), "");
+  // What fails replaces nothing.
+  std::filesystem::remove(folder / "set.tcf");
+  std::filesystem::create_directory(folder / "set.tcf");
+  const CommandResult result = run({"export", "b.pcf", "-o", "set"});
+  EXPECT_EQ(result.status, 1);
+  EXPECT_EQ(result.err.find("note: replaced"), std::string::npos) << result.err;
+}
+
 TEST_F(Export, RefusesALossReportThatIsAFileOfTheSetOrAnInput) {
   for (const char* szReport : {"set.pcf", "./set.cdf", "b.pcf"}) {
     EXPECT_EQ(run({"export", "b.pcf", "-o", "set", "--loss-report", szReport}).status, 2) << szReport;
