@@ -15,7 +15,17 @@ namespace {
 
 // ---- walks over what an object consists of ----
 
-// Calls `visit` with each value that is no object itself, and `shape` with each shape before what is in it.
+// The mesh points of a surface without a mesh, or without a sub-mesh, are no places.
+template <class T, class Member>
+bool IsUsed(const T&, Member) {
+  return true;
+}
+bool IsUsed(const CBDsurface& surface, CPointD CBDsurface::*pMember) {
+  if (pMember == &CBDsurface::m_ptMeshBase || pMember == &CBDsurface::m_ptMeshRotate) return surface.m_bMesh != 0;
+  return surface.m_bSubmesh != 0;
+}
+
+// Calls `visit` with each value in use that is no object itself, and `shape` with each shape before what is in it.
 template <class Visit, class Shape>
 class Walker {
  public:
@@ -48,7 +58,9 @@ class Walker {
   }
   template <class T>
   void Fields(T& object) {
-    ForEachField<T>([&](std::string_view, auto pMember) { Value(object.*pMember); });
+    ForEachField<T>([&](std::string_view, auto pMember) {
+      if (IsUsed(object, pMember)) Value(object.*pMember);
+    });
   }
   Visit m_visit;
   Shape m_shape;

@@ -8,6 +8,7 @@
 #include "save/Content.h"
 #include "save/PreservedBoard.h"
 #include "save/PreservedFootprints.h"
+#include "save/ReadBack.h"
 #include "save/SourceDesign.h"
 #include "save/WrittenForms.h"
 #include "technology/CBDfootprintContainer.h"
@@ -72,6 +73,11 @@ bool DesignSaver::Save() {
                       : PreservedFootprints(m_design, source.Design(), footprintSource.View(), m_losses);
   }
   if (m_losses.IsRefused()) return false;
+  // What was preserved has been held against the design already.
+  if (!m_board.sTarget.IsEmpty() && m_board.sSource.IsEmpty()) RequireBoardReadsBack(m_design, sBoard, m_losses);
+  if (!m_footprints.sTarget.IsEmpty() && m_footprints.sSource.IsEmpty()) {
+    RequireFootprintsReadBack(m_design, sFootprints, m_losses);
+  }
 
   // Both are written out before either takes its place.
   std::optional<WholeFile> board;

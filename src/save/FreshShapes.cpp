@@ -201,6 +201,14 @@ void PutSurface(FormText& text, std::string_view, const Surroundings& around, co
   RefuseUnlessFlag(text, kField<&CBDsurface::m_bMesh>, surface.m_bMesh);
   RefuseUnlessFlag(text, kField<&CBDsurface::m_bSubmesh>, surface.m_bSubmesh);
   RefuseUnsaid<&CBDsurface::m_bArea>(text, surface);
+  if (surface.m_bSubmesh == 0) {
+    RefuseUnsaid<&CBDsurface::m_nParamFlagXCount, &CBDsurface::m_dParamPitch, &CBDsurface::m_dParamShapeDiameter,
+                 &CBDsurface::m_dParamFigureAngle, &CBDsurface::m_dParamWindowClearance,
+                 &CBDsurface::m_dParamFigureClearance, &CBDsurface::m_dParamAngle,
+                 &CBDsurface::m_dParamOutlineClearance, &CBDsurface::m_sParamShape, &CBDsurface::m_sParamArrangeType,
+                 &CBDsurface::m_ptParamBase, &CBDsurface::m_ptParamRotate, &CBDsurface::m_arrParamFlags>(
+        text, surface, "it stands in the form of a sub-mesh");
+  }
   if (surface.m_pProperties == nullptr || !surface.m_pProperties->IsEmpty()) {
     text.Refuse(kField<&CBDsurface::m_pProperties>, "no form holds them");
   }

@@ -16,6 +16,7 @@
 #include "board/CBDsubBoard.h"
 #include "drawobj/CBDdrawObj.h"
 #include "save/Content.h"
+#include "save/ReadBack.h"
 #include "save/WrittenForms.h"
 #include "technology/CBDtechnologyContainer.h"
 
@@ -67,12 +68,6 @@ std::string WriteRecords(const SavedDesign& design, SaveLosses& losses) {
   return FormsAsText(losses, [&](FormText& text) { PutBoardFile(text, records.View()); });
 }
 
-bool HasSameRecords(const SavedDesign& a, const SavedDesign& b) {
-  return *a.pVersion == *b.pVersion && SameContent(*a.pTechnology, *b.pTechnology) &&
-         SameRecords(*a.pBoard, *b.pBoard) && SameContent(*a.pParameter, *b.pParameter) &&
-         SameContent(*a.pLibraryEntities, *b.pLibraryEntities);
-}
-
 // The root as the load finds it.
 const FormNode* FindRoot(const FormTree& tree) {
   for (const std::string_view sName : {"pcf", "tcf", "pnf"}) {
@@ -97,6 +92,10 @@ template <class Array>
 std::size_t SizeOf(const Array* pArray) {
   if (pArray == nullptr) AfxThrowInvalidArgException();
   return static_cast<std::size_t>(pArray->GetSize());
+}
+
+bool AreAllKept(const std::vector<AlignedStep>& steps) {
+  return std::all_of(steps.begin(), steps.end(), [](const AlignedStep& step) { return step.kind == Kind::kept; });
 }
 
 bool StandInOneLayer(const CBDdrawObj& a, const CBDdrawObj& b) {
@@ -182,11 +181,12 @@ PreservedBoard::PreservedBoard(const SavedDesign& design, const SourceDesign& so
 PreservedBoard::~PreservedBoard() = default;
 
 std::string PreservedBoard::Text() {
-  if (!HasSameRecords(m_old, m_design)) EditRecords();
+  m_bSameRecords = HasSameRecords(m_old, m_design);
+  if (!m_bSameRecords) EditRecords();
   EditComponents();
   EditShapes();
   if (m_losses.IsRefused()) return {};
-  if (m_edits.IsEmpty()) return std::string(m_edits.Text());
+  if (m_bSameRecords && AreAllKept(m_componentSteps) && AreAllKept(m_shapeSteps)) return std::string(m_edits.Text());
   HeldText text(m_edits.Apply());
   Verify(text);
   return text.Take();
@@ -398,10 +398,7 @@ void PreservedBoard::EditShapes() {
     return typeid(a) == typeid(b) && a.m_bRefer == b.m_bRefer && StandInOneLayer(a, b);
   };
   m_shapeSteps = Align(comparison);
-  if (std::all_of(m_shapeSteps.begin(), m_shapeSteps.end(),
-                  [](const AlignedStep& step) { return step.kind == Kind::kept; })) {
-    return;
-  }
+  if (AreAllKept(m_shapeSteps)) return;
 
   // Shapes that other forms give stand before those of the layers, and have no place here.
   std::vector<AlignedStep> steps = m_shapeSteps;
@@ -501,7 +498,9 @@ void PreservedBoard::Verify(const HeldText& text) const {
   const bool bExact = m_losses.Allowed().empty();
   std::string sJoined;
 
-  if (!(pieces.others == old.others)) {
+  if (pieces.others == old.others) {
+    if (bExact && !m_bSameRecords) RaiseDoesNotReadBack("the records of the board");
+  } else {
     OwnedDesign got;
     if (!ReadOthersText(pieces.others.Text(sJoined), got)) RaiseDoesNotReadBack("the records of the board");
     if (bExact && !HasSameRecords(got.View(), m_design)) RaiseDoesNotReadBack("the records of the board");
@@ -543,8 +542,9 @@ void PreservedBoard::Verify(const HeldText& text) const {
       nOld = static_cast<std::size_t>(it - old.layers.begin());
       const PieceObjects& objects = m_source.Layers()[nOld++];
       for (std::size_t i = objects.nBegin; i != objects.nEnd; ++i, ++k) {
-        if (k == keptShape.size() || (keptShape[k] != i && !SameContent(ShapeAt(m_old, i), ShapeAt(m_design, k)))) {
-          RaiseDoesNotReadBack("a shape of the layout");
+        if (k == keptShape.size() ||
+            (bExact && keptShape[k] != i && !SameContent(ShapeAt(m_old, i), ShapeAt(m_design, k)))) {
+          RaiseDoesNotReadBack("shape " + std::to_string(k) + " of the layout");
         }
       }
       continue;

@@ -50,6 +50,7 @@ class PreservedBoard {
   const SavedDesign m_old;  // what the source says
   SaveLosses& m_losses;
   SourceEdits m_edits;
+  bool m_bSameRecords = false;
   std::vector<std::size_t> m_pieceOfComponent;
   std::vector<AlignedStep> m_componentSteps;
   std::unordered_multimap<std::uint64_t, std::size_t> m_removedComponents;  // by content

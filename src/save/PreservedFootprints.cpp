@@ -2,6 +2,7 @@
 
 #include "save/Content.h"
 #include "save/FormPatch.h"
+#include "save/ReadBack.h"
 #include "save/WrittenForms.h"
 #include "technology/CBDfootprintContainer.h"
 #include "technology/CBDtechnologyContainer.h"
@@ -43,7 +44,9 @@ std::string PreservedFootprints(const SavedDesign& design, const OwnedDesign& so
       edits, tree, *pRoot, [text](std::size_t n) { return text.data() + n; }, sWritten, sWanted,
       [&] { return again(edits.Apply()); });
   if (!bDone) RaiseDoesNotReadBack("the footprint file");
-  return edits.Apply();
+  std::string sSaved = edits.Apply();
+  RequireFootprintsReadBack(design, sSaved, losses);
+  return sSaved;
 }
 
 }  // namespace laminate

@@ -9,8 +9,6 @@ namespace laminate {
 
 namespace {
 
-// A negative zero is another value than zero.
-bool SameNumber(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
 bool SamePoint(const CPointD& pt, const ShownValue* pValue) {
   return pValue != nullptr && SameNumber(pt.x, pValue->x) && SameNumber(pt.y, pValue->y);
 }
@@ -19,6 +17,8 @@ bool SamePoint(const CPointD& pt, const ShownValue* pValue) {
 constexpr std::size_t kValuesOnLine = 2;
 
 }  // namespace
+
+bool SameNumber(double a, double b) { return std::bit_cast<std::uint64_t>(a) == std::bit_cast<std::uint64_t>(b); }
 
 std::string LostValue(int n) { return std::to_string(n); }
 std::string LostValue(double d) {

@@ -165,6 +165,14 @@ const RowPlan<T>& PlanOf() {
 }
 
 // ---- what no form says ----
+/// A negative zero is another value than zero.
+bool SameNumber(double a, double b);
+template <class X>
+bool SameValue(const X& a, const X& b) {
+  return a == b;
+}
+inline bool SameValue(double a, double b) { return SameNumber(a, b); }
+inline bool SameValue(const CPointD& a, const CPointD& b) { return SameNumber(a.x, b.x) && SameNumber(a.y, b.y); }
 std::string LostValue(int n);
 std::string LostValue(double d);
 std::string LostValue(const CString& s);
@@ -177,7 +185,7 @@ template <auto... kMembers, class T>
 void RefuseUnsaid(FormText& text, const T& object, std::string_view sReason = "no form holds it") {
   const T& fresh = Fresh<T>();
   const auto check = [&]<auto kMember>() {
-    if (object.*kMember == fresh.*kMember) return;
+    if (SameValue(object.*kMember, fresh.*kMember)) return;
     text.Refuse(kField<kMember>, sReason, LostValue(object.*kMember));
   };
   (check.template operator()<kMembers>(), ...);

@@ -3,8 +3,6 @@
 #include <map>
 #include <tuple>
 
-#include "base/CException.h"
-
 namespace laminate {
 
 void TellNewLosses(const SaveLosses& before, const SaveLosses& now, SaveLosses& losses) {
@@ -22,10 +20,6 @@ void TellNewLosses(const SaveLosses& before, const SaveLosses& now, SaveLosses& 
       }
     }
   }
-}
-
-void RaiseDoesNotReadBack(const std::string& sWhat) {
-  throw CInvalidArgException("what would be saved does not read back as the design: " + sWhat);
 }
 
 }  // namespace laminate

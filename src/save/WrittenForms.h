@@ -32,7 +32,4 @@ void LeaveOutLosses(const SaveLosses& losses, Again&& again, std::string& sWante
   if (auto s = again(sWanted)) sWanted = std::move(*s);
 }
 
-/// Raises `CInvalidArgException`: a text that was put together does not read back as what was to be said.
-[[noreturn]] void RaiseDoesNotReadBack(const std::string& sWhat);
-
 }  // namespace laminate

@@ -9,6 +9,7 @@
 
 #include "base/CException.h"
 #include "base/FaultyFileSystem.h"
+#include "drawobj/CBDvertexArc.h"
 #include "save/PreserveTestSupport.h"
 #include "technology/CBDpad.h"
 
@@ -100,6 +101,31 @@ TEST_F(DesignSaving, WhatCannotBeSaidLeavesEveryFileAlone) {
   saver.AllowLoss("CBDcomponent.m_dAngle");
   EXPECT_TRUE(saver.Save());
   EXPECT_EQ(Read("out.pcf"), kBoard);
+}
+
+// A negative zero that no form says, and that is told of by no name.
+TEST_F(DesignSaving, WhatDoesNotReadBackLeavesEveryFileAlone) {
+  auto* const pArc = new CBDvertexArc;
+  auto* const pLine = new CBDline;
+  pLine->m_pVertices->Add(pArc);
+  Component().m_pDrawObjArray->Add(pLine);
+  EXPECT_TRUE(Saver("b").Save());
+  EXPECT_TRUE(ReadsAs(Read("b.pcf"), Design()));
+  const auto expectRefused = [this] {
+    EXPECT_THROW(Saver("out").Save(), CInvalidArgException);
+    DesignSaver saver(Design().View());
+    saver.SetBoardFile(Path("out.pcf"));
+    saver.SetFootprintFile(Path("out.ftf"));
+    EXPECT_THROW(saver.Save(), CInvalidArgException);
+    EXPECT_EQ(Files(), 2);
+  };
+  pArc->m_dWidth = -0.0;
+  expectRefused();
+  pArc->m_dWidth = 0;
+  Pad().m_rcArea.width = -0.0;
+  expectRefused();
+  Pad().m_rcArea.width = 0;
+  EXPECT_TRUE(Saver("out").Save());
 }
 
 TEST_F(DesignSaving, AFileThatCannotBeMadeLeavesTheOtherAlone) {

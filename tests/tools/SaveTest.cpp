@@ -93,6 +93,54 @@ TEST_F(Edits, MovingTakesThePinsAlong) {
   EXPECT_EQ(Edit({"--move", "R1=2,3.5"}), Replaced(s, "(pin 2 (pt 150000 250000))", "(pin 2 (pt 2.5 3.5))"));
 }
 
+std::string WithForms(const std::string& sBoard, const std::string& sForms) {
+  const std::size_t n = sBoard.find("(location ");
+  return std::string(sBoard).insert(n, "(layout\n(layer (nonConductive Outline)\n" + sForms + ")\n)\n");
+}
+
+TEST_F(Edits, MovingAndTurningTakeSurfacesAlong) {
+  const auto withSurfaces = [](const std::string& sBoard, const std::string& sPlain, const std::string& sArea) {
+    return WithForms(sBoard, "(surface (geometry (surface (vertex " + sPlain +
+                                 "))))\n(refer (area (upperHeight 85000) (geometry (surface (vertex " + sArea +
+                                 ")))))\n");
+  };
+  folder.Write("b.pcf", withSurfaces(kBoard, "(pt 2.0 2.5)", "(pt 0.0 2.5)"));
+  std::string s = Replaced(kBoard, "(location (pt 100000 250000))", "(location (pt 2.0 3.5))");
+  s = Replaced(s, "(pin 1 (pt 50000 250000))", "(pin 1 (pt 1.5 3.5))");
+  s = Replaced(s, "(pin 2 (pt 150000 250000))", "(pin 2 (pt 2.5 3.5))");
+  EXPECT_EQ(Edit({"--move", "R1=2,3.5"}), withSurfaces(s, "(pt 3.0 3.5)", "(pt 1.0 3.5)"));
+  s = Replaced(kBoard, "(angle 90)", "(angle 180)");
+  s = Replaced(s, "(pin 1 (pt 50000 250000))", "(pin 1 (pt 1.0 2.0))");
+  s = Replaced(s, "(pin 2 (pt 150000 250000))", "(pin 2 (pt 1.0 3.0))");
+  EXPECT_EQ(Edit({"--rotate", "R1=180"}), withSurfaces(s, "(pt 1.0 3.5)", "(pt 1.0 1.5)"));
+}
+
+TEST_F(Edits, MovingTakesTheMeshesOfSurfacesAlong) {
+  folder.Write("b.pcf", WithForms(kBoard,
+                                  "(meshplane (geometry (meshplane (vertex (pt 1.0 2.5)) (meshBasePoint (pt 1.0 2.5)) "
+                                  "(meshRotatePoint (pt 3.0 2.5)) (submeshplane (submeshparameter (meshParamBasePoint "
+                                  "(pt 1.0 3.5)) (meshParamRotatePoint (pt 1.0 2.0)))))))\n"));
+  Edit({"--move", "R1=2,4.5"});
+  const Json dump = Json::parse(run({"dump", "out.pcf"}).out);
+  const Json& surface = dump["m_pBoardContainer"]["m_pComponentArray"][0]["m_pDrawObjArray"][0];
+  EXPECT_EQ(surface["m_ptMeshBase"], Json({2.0, 4.5}));
+  EXPECT_EQ(surface["m_ptMeshRotate"], Json({4.0, 4.5}));
+  EXPECT_EQ(surface["m_ptParamBase"], Json({2.0, 5.5}));
+  EXPECT_EQ(surface["m_ptParamRotate"], Json({2.0, 4.0}));
+}
+
+TEST_F(Edits, AValueThatNoFormOfAPlainSurfaceCarriesIsRefused) {
+  const std::string sBoard = Replaced(kBoard, "(layer (conductive 1)\n",
+                                      "(layer (conductive 1)\n(surface (geometry (surface (vertex (pt 0 0)))))\n");
+  folder.Write("b.pcf", sBoard);
+  const std::string sPath = "m_pBoardContainer.m_pDrawObjArray[0].m_dParamPitch=2";
+  EXPECT_NE(Refusal("--set", sPath).find("m_pDrawObjArray[0]: CBDsurface.m_dParamPitch cannot be saved"),
+            std::string::npos);
+  // Beside an edit that is written.
+  EXPECT_EQ(Edit({"--set", sPath, "--remove", "R2", "--allow-loss", "CBDsurface.m_dParamPitch"}),
+            Edit({"--remove", "R2"}));
+}
+
 TEST_F(Edits, TurningTakesThePinsAlong) {
   std::string s = Replaced(kBoard, "(angle 90)", "(angle 180)");
   s = Replaced(s, "(pin 1 (pt 50000 250000))", "(pin 1 (pt 1.0 2.0))");
