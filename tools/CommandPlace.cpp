@@ -4,6 +4,7 @@
 #include <memory>
 #include <optional>
 
+#include "AsRead.h"
 #include "Command.h"
 #include "DesignEdit.h"
 #include "JsonBoard.h"
@@ -130,7 +131,9 @@ int Run(Console& console, const Settings& settings, const Options& options) {
   }
   CBDcomponent& component = *pComponent;
   if (saved) {
-    AppendOwned(*root.m_pBoardContainer->m_pComponentArray, std::move(pComponent));
+    AppendOwned(*root.m_pBoardContainer->m_pComponentArray,
+                MakeAsRead(console, {options.files.ftf}, *pComponent, root));
+    console.Settle();
     saved->Prepare(root);
   }
   if (options.json) {
