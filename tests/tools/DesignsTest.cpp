@@ -4,19 +4,12 @@
 
 #include "CommandRunner.h"
 #include "Json.h"
+#include "PlaceInto.h"
 #include "base/Designs.h"
 
 namespace {
 
 namespace fs = std::filesystem;
-
-std::string Slurp(const fs::path& path) {
-  std::ifstream in(path, std::ios::binary);
-  EXPECT_TRUE(in) << path;
-  std::ostringstream s;
-  s << in.rdbuf();
-  return s.str();
-}
 
 // The whole output of a program.
 std::string Unpacked(const fs::path& path) {
@@ -48,7 +41,7 @@ struct DesignTest : testing::TestWithParam<std::string> {
   }
   // A number from a line "| what | number |" of the design's own description.
   std::size_t Count(const std::string& sWhat) const {
-    const std::string s = Slurp(laminate::test::DesignsFolder() / GetParam() / "SOURCE.md");
+    const std::string s = BytesOf(laminate::test::DesignsFolder() / GetParam() / "SOURCE.md");
     std::smatch match;
     if (!std::regex_search(s, match, std::regex("\\| " + sWhat + "(?: \\*)? \\| (\\d+) \\|"))) {
       ADD_FAILURE() << "no count of " << sWhat;
@@ -81,7 +74,7 @@ TEST_P(DesignTest, Nets) {
   EXPECT_EQ(nPins, Count("net pins"));
   EXPECT_EQ(plain.out, sPlain);
   if (const fs::path path = Expected("nets.json"); !path.empty()) {
-    EXPECT_EQ(FirstDifference(nets, Json::parse(Slurp(path))), "");
+    EXPECT_EQ(FirstDifference(nets, Json::parse(BytesOf(path))), "");
   }
 }
 
@@ -134,10 +127,10 @@ TEST_P(DesignTest, DesignData) {
   EXPECT_EQ(result.status, 0) << result.err;
   const Json data = Json::parse(result.out);
   if (const fs::path path = Expected("design-data.json"); !path.empty()) {
-    EXPECT_EQ(FirstDifference(data, Json::parse(Slurp(path))), "");
+    EXPECT_EQ(FirstDifference(data, Json::parse(BytesOf(path))), "");
   }
   if (const fs::path path = Expected("design-data.bin"); !path.empty()) {
-    EXPECT_TRUE(folder.Read("data.bin") == Slurp(path));
+    EXPECT_TRUE(folder.Read("data.bin") == BytesOf(path));
   }
   const CommandResult again = run({"design-data", "--archive-in", "data.bin", "--json"});
   EXPECT_EQ(again.status, 0) << again.err;
@@ -169,7 +162,7 @@ TEST_P(DesignTest, Export) {
     const std::string sName = std::string("export") + szEnding;
     EXPECT_TRUE(fs::exists(folder / sName)) << sName;
     if (const fs::path path = Expected(sName.c_str()); !path.empty()) {
-      EXPECT_TRUE(folder.Read(sName) == Slurp(path)) << sName;
+      EXPECT_TRUE(folder.Read(sName) == BytesOf(path)) << sName;
     }
   }
   EXPECT_EQ(folder.Names().size(), 5u);
@@ -185,6 +178,21 @@ TEST_P(DesignTest, Check) {
     ++nGood;
   }
   EXPECT_EQ(nGood, 6u) << result.out;
+}
+
+// All of a small design; of a large one as many as take no longer.
+TEST_P(DesignTest, FootprintsArePlacedIntoTheBoard) {
+  const std::vector<std::string> names = FootprintNames(BytesOf(File(".ftf")));
+  ASSERT_FALSE(names.empty());
+  constexpr std::size_t kBytes = 16 << 20;
+  const std::size_t nSample = std::clamp<std::size_t>(kBytes / fs::file_size(File(".pcf")), 4, names.size());
+  std::size_t nShapes = 0;
+  for (std::size_t i = 0; i < nSample; ++i) {
+    for (const char* szSide : {"A", "B"}) {
+      nShapes += ExpectPlacedInto(folder, run, File(""), names[i * names.size() / nSample], szSide);
+    }
+  }
+  EXPECT_GT(nShapes, 2 * nSample);
 }
 
 INSTANTIATE_TEST_SUITE_P(Designs, DesignTest, testing::ValuesIn(laminate::test::DesignNames()),

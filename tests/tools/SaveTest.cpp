@@ -1,6 +1,7 @@
 // The commands that save: save, edit, place --into; and where, which says what stands where.
 #include "CommandRunner.h"
 #include "Json.h"
+#include "PlaceInto.h"
 
 namespace {
 
@@ -234,6 +235,47 @@ TEST_F(Saves, PlaceAddsTheComponentToTheBoard) {
   EXPECT_NE(again.err.find("there is a component 'R9' already"), std::string::npos) << again.err;
   EXPECT_EQ(again.out, "");
   EXPECT_EQ(folder.Names(), (Strings{"b.ftf", "b.pcf", "l.ftf"}));
+}
+
+TEST_F(Saves, PlaceAddsEveryFootprintOfTheExample) {
+  const std::vector<std::string> names = FootprintNames(BytesOf(LAMINATE_EXAMPLE ".ftf"));
+  EXPECT_GT(names.size(), 5u);
+  for (const std::string& sName : names) {
+    for (const char* szSide : {"A", "B"}) {
+      EXPECT_GT(ExpectPlacedInto(folder, run, LAMINATE_EXAMPLE, sName, szSide), 1u);
+    }
+  }
+}
+
+TEST_F(Saves, PlaceWarnsOfWhatTheSavedBoardLacks) {
+  // The body's first line is on a layer that the board does not have, its area has no height.
+  folder.Write("l.ftf", Replaced(Replaced(kLibrary, "(layer Top (type CONDUCTIVE))",
+                                          "(layer Top (type CONDUCTIVE))\n(layer Edge (type OUTLINE))"),
+                                 "(footprint F0402 (pin 1))",
+                                 "(footprint F0402 (heelprint (layout\n"
+                                 "(layer (footLayer Nowhere) (line (vertex (pt 0 0) (pt 1 1))))\n"
+                                 "(layer (footLayer Edge) (line (vertex (pt 0 0) (pt 2 2)))"
+                                 " (area (vertex (pt 0 0) (pt 2 2) (pt 0 2))))\n)))"));
+  folder.Write("b.pcf", Replaced(kBoard, "(type OUTLINE)", "(type COMPAREA)"));
+  const std::vector<std::string> place{"place", "F0402",       "--pcf", "b.pcf",  "--ftf",
+                                       "l.ftf", "--reference", "R9",    "--into", "out"};
+  const CommandResult result = run(place);
+  EXPECT_EQ(result.status, 0) << result.err;
+  EXPECT_NE(result.err.find("l.ftf: warning: in the saved board a shape without a layer on the board is left out"),
+            std::string::npos)
+      << result.err;
+  EXPECT_NE(result.err.find("l.ftf: warning: in the saved board an area without height becomes a surface"),
+            std::string::npos)
+      << result.err;
+  const Json components = Json::parse(Dump("out"))["m_pBoardContainer"]["m_pComponentArray"];
+  ASSERT_EQ(components.size(), 3u);
+  const Json& shapes = components[2]["m_pDrawObjArray"];
+  ASSERT_EQ(shapes.size(), 2u);
+  for (const Json& shape : shapes) {
+    EXPECT_EQ(shape["m_sLayerName"], "Outline");
+    EXPECT_EQ(shape["m_sLayerType"], "nonConductive");
+    EXPECT_EQ(shape["m_bRefer"], 1);
+  }
 }
 
 TEST_F(Saves, WhereSaysFileLineAndKind) {
