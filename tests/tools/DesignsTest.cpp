@@ -1,6 +1,7 @@
 // Every command on real designs: each folder of LAMINATE_DESIGNS is one, and LAMINATE_EXPECTED may hold what is
 // expected of it.
 #include <regex>
+#include <tuple>
 
 #include "CommandRunner.h"
 #include "Json.h"
@@ -181,6 +182,49 @@ TEST_P(DesignTest, Check) {
 }
 
 // All of a small design; of a large one as many as take no longer.
+// Components from all over the board, most of them with a body area.
+TEST_P(DesignTest, EditsStayWithinTheirComponents) {
+  const std::string sBoard = BytesOf(File(".pcf"));
+  const auto components = nlohmann::json::parse(run({"components", File(".pcf"), "--json"}).out);
+  const auto edited = [&](const std::string& sOption, const std::string& sValue) {
+    const CommandResult result =
+        run({"edit", File(".pcf"), "--ftf", File(".ftf"), sOption, sValue, "-o", (folder / "out").string()});
+    EXPECT_EQ(result.status, 0) << sOption << " " << sValue << ": " << result.err;
+    EXPECT_EQ(folder.Read("out.ftf"), BytesOf(File(".ftf")));
+    return folder.Read("out.pcf");
+  };
+  int nEdited = 0;
+  for (std::size_t i = 0; i < components.size(); i += 1 + components.size() / 4) {
+    const std::string sName = components[i]["reference"];
+    if (!std::all_of(sName.begin(), sName.end(), [](unsigned char c) { return isalnum(c) != 0; })) continue;
+    const std::size_t nBegin = sBoard.find("(component (reference " + sName + ")");
+    ASSERT_NE(nBegin, std::string::npos) << sName;
+    // Up to the next component, or to the end of them.
+    const std::size_t nBehind =
+        sBoard.size() - std::min(sBoard.find("(component (", nBegin + 1), sBoard.find("(boardLayout", nBegin));
+    const std::pair<std::string, std::string> edits[] = {
+        {"--move", sName + "=12.5,7"},
+        {"--rotate", sName + "=33"},
+        {"--set", "m_pBoardContainer.m_pComponentArray[" + sName + "].m_sPart=other part"}};
+    for (const auto& [sOption, sValue] : edits) {
+      SCOPED_TRACE(sOption + " " + sValue);
+      const std::string s = edited(sOption, sValue);
+      ASSERT_GT(s.size(), nBegin + nBehind);
+      EXPECT_NE(s, sBoard);
+      EXPECT_TRUE(s.compare(0, nBegin, sBoard, 0, nBegin) == 0);
+      EXPECT_TRUE(s.compare(s.size() - nBehind, nBehind, sBoard, sBoard.size() - nBehind, nBehind) == 0);
+    }
+    for (const auto& [sOption, sValue, nLeft] : {std::tuple("--rename", sName + "=ZZ99", components.size()),
+                                                 std::tuple("--remove", sName, components.size() - 1)}) {
+      EXPECT_EQ(edited(sOption, sValue).find("(reference " + sName + ")"), std::string::npos);
+      const auto left = nlohmann::json::parse(run({"components", (folder / "out.pcf").string(), "--json"}).out);
+      EXPECT_EQ(left.size(), nLeft) << sOption;
+    }
+    ++nEdited;
+  }
+  EXPECT_GT(nEdited, 0);
+}
+
 TEST_P(DesignTest, FootprintsArePlacedIntoTheBoard) {
   const std::vector<std::string> names = FootprintNames(BytesOf(File(".ftf")));
   ASSERT_FALSE(names.empty());
